@@ -1,0 +1,45 @@
+# Compiler rules that every target of the project shares, and the two
+# functions that make a folder into a target.
+
+add_library(pv_rules INTERFACE)
+if(MSVC)
+  target_compile_options(pv_rules INTERFACE /W4 /WX /permissive- /utf-8 /fp:precise)
+else()
+  # Pictures must be the same on every machine, so no fused multiply-add and
+  # no relaxed arithmetic anywhere.
+  target_compile_options(
+    pv_rules INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
+                       -Wdouble-promotion -Werror -ffp-contract=off)
+endif()
+
+if(PV_SANITIZE)
+  set(pv_sanitizers address,undefined)
+  target_compile_options(
+    pv_rules INTERFACE -fsanitize=${pv_sanitizers} -fno-sanitize-recover=all
+                       -fno-omit-frame-pointer)
+  target_link_options(pv_rules INTERFACE -fsanitize=${pv_sanitizers})
+endif()
+if(PV_FUZZ)
+  target_compile_options(pv_rules INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# pv_folder(NAME SOURCES file... [LINK target...])
+# One folder of src/ as a static library; headers are found from src/.
+function(pv_folder name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE pv_rules)
+endfunction()
+
+# pv_test(NAME SOURCES file... [LINK target...])
+# A GoogleTest program whose cases become separate tests.
+function(pv_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_compile_definitions(
+    ${name} PRIVATE PV_SOURCE_DIR="${PROJECT_SOURCE_DIR}" PV_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gtest_main pv_rules)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "shape/generation.h"
+#include "shape/modifiers.h"
+#include "shape/shape_record.h"
+#include "view3d/handle_drag.h"
+#include "view3d/view_camera.h"
+#include "view3d/view_projector.h"
+
+namespace pv {
+
+/// What a view asks of its shell after an event.
+struct ViewResponse {
+  bool repaint = false;
+  bool cameraChanged = false;
+  bool modifierChanged = false;
+};
+
+/// The view of the current shape: holds the shape's settings, its mesh, the
+/// modifier set, camera and switches, draws complete frames into its own pixels
+/// and turns mouse events into camera and modifier changes.
+///
+/// Life cycle: made once, sized before the first frame, fed with records and
+/// events, asked for frames. Mouse positions are in pixels of 96 dpi from the
+/// upper left corner; frames are in device pixels, bottom row first.
+class ShapeView {
+ public:
+  // --- the shape -----------------------------------------------------------
+  /// Takes over all settings, the path and the modifier values, then
+  /// regenerates through SetEmitterKind.
+  void setShape(const ShapeRecord& shape);
+  /// The settings of the last setShape with the modifier values as they are now.
+  [[nodiscard]] ShapeRecord shape() const;
+  /// Kinds outside 0..4 are ignored. Otherwise stores the kind, refreshes the
+  /// mesh's profile from the path and generates.
+  ViewResponse SetEmitterKind(std::int32_t kind);
+
+  [[nodiscard]] const ModifierTable& modifiers() const { return set_.values; }
+  void setModifiers(const ModifierTable& values);
+  [[nodiscard]] ModifierKind SelectedModifier() const { return set_.selected; }
+  /// Presses a modifier's button: selects it, or deselects it when it is selected.
+  ViewResponse toggleModifier(ModifierKind kind);
+  ViewResponse SelectModifier(ModifierKind kind);
+  ViewResponse ResetSelectedModifier();
+  ViewResponse ResetAllModifiers();
+
+  // --- the view ------------------------------------------------------------
+  [[nodiscard]] ViewMode viewMode() const { return mode_; }
+  ViewResponse setViewMode(ViewMode mode);
+  [[nodiscard]] CameraTool cameraTool() const { return tool_; }
+  void setCameraTool(CameraTool tool) { tool_ = tool; }
+  [[nodiscard]] const ViewCamera& camera() const { return camera_; }
+  ViewResponse setCamera(const ViewCamera& camera);
+  [[nodiscard]] bool showLines() const { return showLines_; }
+  ViewResponse setShowLines(bool on);
+  [[nodiscard]] bool showGrid() const { return showGrid_; }
+  ViewResponse setShowGrid(bool on);
+
+  /// Size of the frame in device pixels, and how many of them make a pixel of
+  /// 96 dpi (1 and up; text, handles and dots grow with it).
+  void setSize(std::int32_t width, std::int32_t height, float pixelRatio = 1.0F);
+  [[nodiscard]] std::int32_t width() const { return width_; }
+  [[nodiscard]] std::int32_t height() const { return height_; }
+
+  // --- the mouse -----------------------------------------------------------
+  ViewResponse mousePress(PixelPoint position);
+  ViewResponse mouseMove(PixelPoint position);
+  ViewResponse mouseRelease();
+  [[nodiscard]] Handle activeHandle() const { return drag_.active; }
+  [[nodiscard]] bool isHandleDrag() const { return drag_.handleDrag; }
+
+  // --- frames --------------------------------------------------------------
+  /// Draws one complete frame: width() * height() words 0xAARRGGBB, bottom row
+  /// first. The span lives until the next call or size change.
+  std::span<const std::uint32_t> drawFrame();
+
+  /// The mesh as the last generation and the last frame left it.
+  [[nodiscard]] const ShapeMesh& mesh() const { return mesh_; }
+  /// Brings the mesh's positions up to date without drawing.
+  void updateMesh();
+  [[nodiscard]] const ViewProjector& projector() const { return projector_; }
+  /// Meshes above this are not built (tests and small machines).
+  void setVertexLimit(std::int64_t limit) { mesh_.setVertexLimit(limit); }
+
+ private:
+  void generate();
+
+  ShapeRecord record_;  ///< modifier values live in set_, not here
+  ModifierSet set_;
+  ShapeMesh mesh_;
+  CRandSequence random_;
+  bool generated_ = false;      ///< base positions match record_
+  bool directionsDrawn_ = false;
+
+  ViewMode mode_ = ViewMode::Perspective;
+  ViewCamera camera_;
+  CameraTool tool_ = CameraTool::Zoom;
+  bool showLines_ = true;
+  bool showGrid_ = true;
+
+  ViewProjector projector_;
+  HandleDrag drag_;
+  std::int32_t width_ = 0;
+  std::int32_t height_ = 0;
+  float pixelRatio_ = 1.0F;
+  std::vector<std::uint32_t> frame_;
+  std::vector<PixelPoint> projected_;
+};
+
+}  // namespace pv

@@ -11,9 +11,7 @@ struct Vec3 {
   bool operator==(const Vec3&) const = default;
 
   /// Component by axis: 0 x, 1 y, anything else z.
-  [[nodiscard]] constexpr float& axis(int index) {
-    return index == 0 ? x : (index == 1 ? y : z);
-  }
+  [[nodiscard]] constexpr float& axis(int index) { return index == 0 ? x : (index == 1 ? y : z); }
   [[nodiscard]] constexpr float axis(int index) const {
     return index == 0 ? x : (index == 1 ? y : z);
   }

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "math/vec3.h"
 
@@ -17,11 +19,14 @@ struct PathRecord {
   std::int32_t count = 0;
   std::array<Vec3, kMaxPathPoints> points{};
 
+  /// The points that mean something; `count` may hold anything.
+  [[nodiscard]] std::span<const Vec3> inUse() const {
+    return std::span(points).first(static_cast<std::size_t>(std::clamp(count, 0, kMaxPathPoints)));
+  }
+
   /// Equal when the points in use are.
   friend bool operator==(const PathRecord& a, const PathRecord& b) {
-    const auto used = std::clamp(a.count, 0, kMaxPathPoints);
-    return a.count == b.count &&
-           std::equal(a.points.begin(), a.points.begin() + used, b.points.begin());
+    return a.count == b.count && std::ranges::equal(a.inUse(), b.inUse());
   }
 };
 

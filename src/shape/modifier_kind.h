@@ -37,17 +37,17 @@ enum class CentreDrag : std::uint8_t {
 
 /// The frame in which a modifier's handles are drawn.
 enum class HandleFrame : std::uint8_t {
-  Identity,     ///< axes of the space, at the origin
-  VertexMoved,  ///< axes of the space, at the vertex offset
-  VertexTurned, ///< turned and scaled with the vertices, at the vertex offset
+  Identity,      ///< axes of the space, at the origin
+  VertexMoved,   ///< axes of the space, at the vertex offset
+  VertexTurned,  ///< turned and scaled with the vertices, at the vertex offset
   ShapeMoved,
   ShapeTurned,
 };
 
 struct ModifierTraits {
   ModifierKind kind;
-  std::string_view key;   ///< name in scripts, as in "modifiers.twist.y"
-  std::string_view name;  ///< name for people, as in "Vertex Move"
+  std::string_view key;     ///< name in scripts, as in "modifiers.twist.y"
+  std::string_view name;    ///< name for people, as in "Vertex Move"
   std::int32_t fileTriple;  ///< place among the fourteen triples of a file; -1 for Bulge
   float neutral;            ///< value of all three axes that changes nothing
   float dragDivisor;        ///< pixels of handle movement a unit

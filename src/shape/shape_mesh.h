@@ -60,7 +60,7 @@ struct MeshSlot {
   std::int32_t vertexCount = 0;
   std::int32_t lineCount = 0;
   VectorStreams base;
-  VectorStreams disperse;
+  VectorStreams disperse;  ///< empty while the directions were not drawn
   VectorStreams position;
   Buffer<ShapeLine> lines;
 
@@ -84,14 +84,15 @@ class ShapeMesh {
   /// Nothing happens without a current slot.
   void SetGrid(std::int32_t columns, std::int32_t rows, std::int32_t copies);
 
-  /// The slot that generation and modifiers work on; null for none.
+  /// The slot that generation and modifiers work on; null without a slot in use.
   [[nodiscard]] MeshSlot* current();
   [[nodiscard]] const MeshSlot* current() const;
   [[nodiscard]] std::int32_t slotCount() const { return slotCount_; }
   [[nodiscard]] std::int32_t currentSlot() const { return currentSlot_; }
 
   /// Gives the current slot `count` uninitialised vertices. Counts below 1,
-  /// above the limit or beyond memory leave the streams empty. The count is
+  /// above the limit or beyond memory leave the streams empty; vertices that were
+  /// there before keep their base. Directions are dropped. The count is
   /// remembered in any case, saturated to 32 bits. True when there are vertices.
   bool allocateVertices(std::int64_t count);
   /// The same for lines.

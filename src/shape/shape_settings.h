@@ -30,18 +30,18 @@ struct ByteFlag {
 /// Section amounts and sizes; thirteen 32-bit fields in file order.
 struct EmitterSettings {
   EmitterKind kind = EmitterKind::Point;
-  std::int32_t pathPointCount = 0;    ///< points of the mesh's profile after generation
-  std::int32_t horizontalAmount = 10; ///< sections; the profile has one point more
-  std::int32_t horizontalSize = 100;  ///< grid: 1/1000 unit a section; sphere: start degrees
-  std::int32_t horizontalEnd = 180;   ///< sphere: extent in degrees
+  std::int32_t pathPointCount = 0;     ///< points of the mesh's profile after generation
+  std::int32_t horizontalAmount = 10;  ///< sections; the profile has one point more
+  std::int32_t horizontalSize = 100;   ///< grid: 1/1000 unit a section; sphere: start degrees
+  std::int32_t horizontalEnd = 180;    ///< sphere: extent in degrees
   ByteFlag horizontalCentre{1};
-  std::int32_t verticalAmount = 10;   ///< sections or rotations
-  std::int32_t verticalSize = 100;    ///< grid, loft: 1/1000 unit; sphere, sweep: degrees
+  std::int32_t verticalAmount = 10;  ///< sections or rotations
+  std::int32_t verticalSize = 100;   ///< grid, loft: 1/1000 unit; sphere, sweep: degrees
   ByteFlag verticalCentre{1};
-  std::int32_t copies = 0;            ///< duplicates are made for 1 to 20
+  std::int32_t copies = 0;  ///< duplicates are made for 1 to 20
   std::uint32_t reserved1 = 0;
   std::uint32_t reserved2 = 0;
-  std::int32_t selectedAxis = 0;      ///< axis that the page's duplicate sliders edit
+  std::int32_t selectedAxis = 0;  ///< axis that the page's duplicate sliders edit
 
   bool operator==(const EmitterSettings&) const = default;
 };

@@ -19,7 +19,6 @@ namespace pv {
 /// it was and the temporary file is gone. A target that is marked read-only is
 /// not replaced. A device or pipe (such as the standard output's name) is
 /// written straight.
-[[nodiscard]] Status writeFile(const std::filesystem::path& file,
-                               std::span<const std::byte> bytes);
+[[nodiscard]] Status writeFile(const std::filesystem::path& file, std::span<const std::byte> bytes);
 
 }  // namespace pv

@@ -13,6 +13,9 @@
 
 namespace pv {
 
+/// A frame is never wider or higher than this; a view that is shows nothing more.
+inline constexpr std::int32_t kMaxFrameSide = 8192;
+
 /// What a view asks of its shell after an event.
 struct ViewResponse {
   bool repaint = false;
@@ -88,13 +91,18 @@ class ShapeView {
 
  private:
   void generate();
+  void drawView(RasterCanvas& canvas);
+  [[nodiscard]] Handle hitTest(PixelPoint position);
+  [[nodiscard]] Handle highlightedHandle() const;
 
   ShapeRecord record_;  ///< modifier values live in set_, not here
   ModifierSet set_;
+  EmitterKind kind_ = EmitterKind::Point;  ///< the last kind that was accepted
+  PathRecord profilePath_;                 ///< the path when the kind was set
   ShapeMesh mesh_;
   CRandSequence random_;
-  bool generated_ = false;      ///< base positions match record_
-  bool directionsDrawn_ = false;
+  bool meshIsCurrent_ = false;   ///< base positions match the settings
+  std::uint64_t drawsEach_ = 0;  ///< random numbers that one generation takes
 
   ViewMode mode_ = ViewMode::Perspective;
   ViewCamera camera_;

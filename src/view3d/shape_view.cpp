@@ -1,0 +1,216 @@
+#include "view3d/shape_view.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "raster/pixel_words.h"
+#include "view3d/frame_grid.h"
+#include "view3d/frame_shape.h"
+#include "view3d/handles.h"
+#include "view3d/shape_projection.h"
+
+namespace pv {
+
+namespace {
+
+constexpr float kDotHalfSize = 1.0F;  // pixels of 96 dpi
+
+constexpr ViewResponse kRepaint{true, false, false};
+
+// Far beyond any screen, and small enough that differences cannot overflow.
+PixelPoint onDesk(PixelPoint p) {
+  constexpr std::int32_t kReach = 1 << 24;
+  return {std::clamp(p.x, -kReach, kReach), std::clamp(p.y, -kReach, kReach)};
+}
+
+bool disperses(const ModifierTable& values) {
+  return values[ModifierKind::VertexDisperse] != Vec3{};
+}
+
+}  // namespace
+
+// --- the shape ---------------------------------------------------------------
+
+void ShapeView::setShape(const ShapeRecord& shape) {
+  record_ = shape;
+  set_.values = toTable(shape.modifiers, shape.duplicates.bulge);
+  SetEmitterKind(static_cast<std::int32_t>(shape.emitter.kind));
+}
+
+ShapeRecord ShapeView::shape() const {
+  ShapeRecord shape = record_;
+  shape.modifiers = toFileOrder(set_.values);
+  shape.duplicates.bulge = bulgeOf(set_.values);
+  return shape;
+}
+
+ViewResponse ShapeView::SetEmitterKind(std::int32_t kind) {
+  meshIsCurrent_ = false;
+  if (!isEmitterKind(kind)) {
+    return {};
+  }
+  kind_ = static_cast<EmitterKind>(kind);
+  profilePath_ = record_.path;
+  generate();
+  return kRepaint;
+}
+
+// Every regeneration moves the random sequence on. Where nothing that generation
+// reads has changed the mesh stays and only the sequence moves; directions are
+// drawn only where Vertex Disperse shows them.
+void ShapeView::generate() {
+  const bool draws = disperses(set_.values);
+  if (!meshIsCurrent_ || draws) {
+    EmitterSettings emitter = record_.emitter;
+    emitter.kind = kind_;
+    mesh_.SetProfile(profilePath_.inUse());
+    drawsEach_ = GenerateShape(mesh_, emitter, record_.duplicates, random_,
+                               draws ? Directions::Draw : Directions::SkipOnly);
+    meshIsCurrent_ = true;
+  } else {
+    random_.skip(drawsEach_);
+  }
+}
+
+void ShapeView::updateMesh() {
+  generate();
+  ApplyModifiers(mesh_, set_.values, duplicateStep(record_.emitter, record_.duplicates),
+                 {record_.applyModifiersGlobally != 0, record_.useWorldAxis != 0});
+}
+
+void ShapeView::setModifiers(const ModifierTable& values) {
+  set_.values = values;
+}
+
+ViewResponse ShapeView::toggleModifier(ModifierKind kind) {
+  return SelectModifier(kind == set_.selected ? ModifierKind::None : kind);
+}
+
+ViewResponse ShapeView::SelectModifier(ModifierKind kind) {
+  pv::SelectModifier(set_, kind);
+  return kRepaint;
+}
+
+ViewResponse ShapeView::ResetSelectedModifier() {
+  const bool any = isModifier(set_.selected);
+  pv::ResetSelectedModifier(set_);
+  return {any, false, any};
+}
+
+ViewResponse ShapeView::ResetAllModifiers() {
+  pv::ResetAllModifiers(set_);
+  return {true, false, true};
+}
+
+// --- the view ----------------------------------------------------------------
+
+ViewResponse ShapeView::setViewMode(ViewMode mode) {
+  mode_ = mode;
+  return kRepaint;
+}
+
+ViewResponse ShapeView::setCamera(const ViewCamera& camera) {
+  camera_ = camera;
+  return {true, true, false};
+}
+
+ViewResponse ShapeView::setShowLines(bool on) {
+  showLines_ = on;
+  return kRepaint;
+}
+
+ViewResponse ShapeView::setShowGrid(bool on) {
+  showGrid_ = on;
+  return kRepaint;
+}
+
+void ShapeView::setSize(std::int32_t width, std::int32_t height, float pixelRatio) {
+  width_ = std::clamp(width, 0, kMaxFrameSide);
+  height_ = std::clamp(height, 0, kMaxFrameSide);
+  pixelRatio_ = pixelRatio >= 1.0F ? pixelRatio : 1.0F;
+}
+
+// --- the mouse ---------------------------------------------------------------
+
+ViewResponse ShapeView::mousePress(PixelPoint position) {
+  drag_.press(onDesk(position));
+  return {};
+}
+
+ViewResponse ShapeView::mouseRelease() {
+  drag_.release();
+  return kRepaint;
+}
+
+ViewResponse ShapeView::mouseMove(PixelPoint position) {
+  const PixelPoint at = onDesk(position);
+  const HandleDrag::Outcome outcome = drag_.move(at, hitTest(at), set_);
+  ViewResponse response;
+  response.modifierChanged = outcome.modifierChanged;
+  if (outcome.moveCamera) {
+    response.cameraChanged = dragCamera(camera_, tool_, outcome.dx, outcome.dy);
+  }
+  response.repaint = outcome.handleChanged || outcome.modifierChanged || response.cameraChanged;
+  return response;
+}
+
+Handle ShapeView::hitTest(PixelPoint position) {
+  const auto inDevicePixels = [this](std::int32_t value) {
+    return static_cast<std::int32_t>(std::lround(static_cast<float>(value) * pixelRatio_));
+  };
+  return projector_.hitHandle({inDevicePixels(position.x), height_ - inDevicePixels(position.y)});
+}
+
+// --- frames ------------------------------------------------------------------
+
+std::span<const std::uint32_t> ShapeView::drawFrame() {
+  projector_.setSize(width_, height_);
+  frame_.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
+  MMXDWORDset(frame_.data(), 0, frame_.size());
+  updateMesh();
+
+  RasterCanvas canvas(frame_.data(), width_, height_);
+  canvas.textScale = std::max(1, static_cast<std::int32_t>(std::lround(pixelRatio_)));
+  drawView(canvas);
+  return frame_;
+}
+
+void ShapeView::drawView(RasterCanvas& canvas) {
+  if (mode_ < ViewMode::Perspective || mode_ > ViewMode::Side) {
+    projector_.clearHandles();
+    return;
+  }
+  const Vec3 eye = eyePosition(camera_.yaw, camera_.pitch, camera_.distance);
+  const ShapeProjection projection{
+      mode_, viewMatrix(eye, camera_.roll), {canvas.width / 2, canvas.height / 2}};
+  if (showGrid_) {
+    if (mode_ == ViewMode::Perspective) {
+      drawGrid3D(canvas, projector_, projection.view);
+    } else {
+      drawFlatBackground(canvas, projector_, mode_, eye);
+    }
+  }
+  projectMesh(mesh_, projector_, projection, projected_);
+  if (showLines_) {
+    drawMeshLines(canvas, mesh_, projected_);
+  } else {
+    drawMeshDots(canvas, projected_, kDotHalfSize * pixelRatio_);
+  }
+  drawHandles(canvas, projector_, projection, set_, highlightedHandle(), pixelRatio_);
+}
+
+// During a drag the handle that is dragged shows as a ring wherever the pointer
+// is; otherwise the one under the pointer.
+Handle ShapeView::highlightedHandle() const {
+  if (drag_.handleDrag) {
+    return drag_.active;
+  }
+  for (std::int32_t i = 0; i < kHandleCount; ++i) {
+    if (projector_.isHovered(static_cast<Handle>(i))) {
+      return static_cast<Handle>(i);
+    }
+  }
+  return Handle::None;
+}
+
+}  // namespace pv

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "util/result.h"
@@ -20,5 +21,9 @@ namespace pv {
 /// not replaced. A device or pipe (such as the standard output's name) is
 /// written straight.
 [[nodiscard]] Status writeFile(const std::filesystem::path& file, std::span<const std::byte> bytes);
+
+/// True for the names that writeFile gives its temporary files. An interruption
+/// can leave one behind; listings skip them.
+[[nodiscard]] bool isTemporaryFileName(std::string_view name);
 
 }  // namespace pv

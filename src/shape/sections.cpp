@@ -7,7 +7,12 @@ namespace pv {
 
 bool allocateColumns(ShapeMesh& mesh, std::int64_t count, std::int32_t sections) {
   const bool any = mesh.allocateVertices((std::int64_t{sections} + 1) * count);
-  return any && sections >= 0;  // two negative amounts make a positive product
+  if (any && sections < 0) {  // two negative amounts make a positive product
+    mesh.current()->base.clear();
+    mesh.current()->position.clear();
+    return false;
+  }
+  return any;
 }
 
 void ExtrudeProfile(ShapeMesh& mesh, std::span<const Vec3> points, std::int32_t sections,

@@ -87,13 +87,20 @@ void drawFlatGrid(RasterCanvas& canvas) {
   column(cx);
 }
 
+// So far outside any canvas that nothing small there shows, and sums with it
+// could overflow.
+bool isFarOff(PixelPoint p) {
+  constexpr std::int32_t kFar = 1 << 24;
+  return p.x < -kFar || p.x > kFar || p.y < -kFar || p.y > kFar;
+}
+
 // A small pyramid with its tip at the eye and its base towards the origin, which
 // is where the camera looks.
 void drawCameraMarker(RasterCanvas& canvas, const ViewProjector& projector, FlatMode mode,
                       Vec3 eye) {
   const PixelPoint origin{canvas.width / 2, canvas.height / 2};
   const auto tip = projector.projectFlat(eye, mode, origin);
-  if (!tip) {
+  if (!tip || isFarOff(*tip)) {
     return;
   }
   const auto dx = static_cast<float>(origin.x - tip->x);

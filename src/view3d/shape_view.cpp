@@ -13,7 +13,8 @@ namespace pv {
 
 namespace {
 
-constexpr float kDotHalfSize = 1.0F;  // pixels of 96 dpi
+constexpr float kMaxPixelRatio = 16.0F;  // beyond any screen
+constexpr float kDotHalfSize = 1.0F;     // pixels of 96 dpi
 
 constexpr ViewResponse kRepaint{true, false, false};
 
@@ -127,7 +128,7 @@ ViewResponse ShapeView::setShowGrid(bool on) {
 void ShapeView::setSize(std::int32_t width, std::int32_t height, float pixelRatio) {
   width_ = std::clamp(width, 0, kMaxFrameSide);
   height_ = std::clamp(height, 0, kMaxFrameSide);
-  pixelRatio_ = pixelRatio >= 1.0F ? pixelRatio : 1.0F;
+  pixelRatio_ = pixelRatio >= 1.0F ? std::min(pixelRatio, kMaxPixelRatio) : 1.0F;
 }
 
 // --- the mouse ---------------------------------------------------------------

@@ -27,7 +27,8 @@ Error fault(const std::filesystem::path& file, platform::Failure failure) {
 
 /// The system would cut such a name short and open another file.
 bool holdsZero(const std::filesystem::path& file) {
-  return file.native().find(std::filesystem::path::value_type{}) != std::string::npos;
+  return file.native().find(std::filesystem::path::value_type{}) !=
+         std::filesystem::path::string_type::npos;
 }
 
 /// Where the last link of a chain points to, whether that exists or not.
@@ -66,7 +67,7 @@ platform::Outcome replaceWhole(const std::filesystem::path& target,
                                std::span<const std::byte> bytes) {
   for (int i = 0; i < kMaxTemporaryNames; ++i) {
     const auto temporary = temporaryBeside(target);
-    auto failure = platform::writeTemporary(temporary, target, bytes);
+    auto failure = platform::createFilled(temporary, target, bytes);
     if (!failure) {
       return platform::moveOver(temporary, target);
     }

@@ -47,12 +47,12 @@ enum class TargetKind : std::uint8_t {
 /// not be followed to the file behind it.
 [[nodiscard]] bool isDescriptorName(const std::filesystem::path& file);
 
-/// Creates `temporary`, which must not exist, with the permissions of `target`
-/// where that exists, writes the bytes and flushes them to disk. Leaves no file
+/// Creates `file`, which must not exist, with the permissions of `like` where
+/// that exists, writes the bytes and flushes them to disk. Leaves no file
 /// behind on failure.
-[[nodiscard]] Outcome writeTemporary(const std::filesystem::path& temporary,
-                                     const std::filesystem::path& target,
-                                     std::span<const std::byte> bytes);
+[[nodiscard]] Outcome createFilled(const std::filesystem::path& temporary,
+                                   const std::filesystem::path& target,
+                                   std::span<const std::byte> bytes);
 
 /// Renames over the target, at once for every other reader.
 [[nodiscard]] Outcome moveOver(const std::filesystem::path& temporary,

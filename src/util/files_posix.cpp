@@ -196,8 +196,8 @@ bool isDescriptorName(const std::filesystem::path& file) {
   return folder.filename() == "fd" && (text.starts_with("/proc/") || text.starts_with("/dev/"));
 }
 
-Outcome writeTemporary(const std::filesystem::path& temporary, const std::filesystem::path& target,
-                       std::span<const std::byte> bytes) {
+Outcome createFilled(const std::filesystem::path& temporary, const std::filesystem::path& target,
+                     std::span<const std::byte> bytes) {
   struct stat old = {};
   const bool replaces = ::stat(target.c_str(), &old) == 0;
   const mode_t mode = replaces ? old.st_mode & kPermissionBits : kNewFile;

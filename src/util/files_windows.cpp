@@ -171,8 +171,8 @@ bool isDescriptorName(const std::filesystem::path& /*file*/) {
   return false;  // this system has no such names
 }
 
-Outcome writeTemporary(const std::filesystem::path& temporary,
-                       const std::filesystem::path& /*target*/, std::span<const std::byte> bytes) {
+Outcome createFilled(const std::filesystem::path& temporary,
+                     const std::filesystem::path& /*target*/, std::span<const std::byte> bytes) {
   Handle file(openFile(temporary, GENERIC_WRITE, 0, CREATE_NEW, FILE_ATTRIBUTE_NORMAL));
   if (!file.open()) {
     const DWORD code = ::GetLastError();

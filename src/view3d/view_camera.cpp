@@ -34,12 +34,13 @@ bool dragCamera(ViewCamera& camera, CameraTool tool, std::int32_t dx, std::int32
       rotate(camera, dx, dy);
       break;
     case CameraTool::Zoom:
-      camera.distance = std::clamp(camera.distance + static_cast<float>(dy - dx) / 80.0F,
-                                   kMinCameraDistance, kMaxCameraDistance);
+      camera.distance =
+          std::clamp(camera.distance + static_cast<float>(std::int64_t{dy} - dx) / 80.0F,
+                     kMinCameraDistance, kMaxCameraDistance);
       break;
     case CameraTool::Roll:
-      camera.roll = std::clamp(camera.roll + static_cast<float>((dx + dy) / 2), kMinCameraRoll,
-                               kMaxCameraRoll);
+      camera.roll = std::clamp(camera.roll + static_cast<float>((std::int64_t{dx} + dy) / 2),
+                               kMinCameraRoll, kMaxCameraRoll);
       break;
   }
   return camera != before;

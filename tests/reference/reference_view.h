@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "raster/raster_canvas.h"
+#include "shape/modifier_kind.h"
+#include "shape/shape_record.h"
+#include "view3d/view_camera.h"
+
+namespace pv::reference {
+
+/// What a frame depends on besides the shape.
+struct FrameSetup {
+  std::int32_t width = 160;
+  std::int32_t height = 120;
+  ViewMode mode = ViewMode::Perspective;
+  ViewCamera camera;
+  bool showLines = true;
+  bool showGrid = true;
+  ModifierKind selected = ModifierKind::None;
+  int hovered = -1;  ///< 0 centre, 1 to 3 the axes
+};
+
+/// The projection of a setup; nothing for a point that is not drawn.
+[[nodiscard]] std::optional<PixelPoint> project(const FrameSetup& setup, Vec3 point);
+
+/// Where the centre and the three axis handles are drawn.
+[[nodiscard]] std::array<std::optional<PixelPoint>, 4> handlePoints(const ShapeRecord& shape,
+                                                                    const FrameSetup& setup);
+
+/// Generates, modifies and draws: width * height words, bottom row first. The
+/// camera's marker in the flat views is left out, its looks being free.
+[[nodiscard]] std::vector<std::uint32_t> drawFrame(const ShapeRecord& shape,
+                                                   const FrameSetup& setup);
+
+}  // namespace pv::reference

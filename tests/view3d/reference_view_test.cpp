@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -195,6 +196,17 @@ TEST(ReferenceView, AnUnknownViewModeStaysBlack) {
   for (const std::uint32_t pixel : view.drawFrame()) {
     ASSERT_EQ(pixel, 0U);
   }
+}
+
+TEST(ReferenceView, HugeCameraDragsStopAtTheLimits) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  ViewCamera camera;
+  dragCamera(camera, CameraTool::Roll, Limits::min(), -1);
+  EXPECT_EQ(camera.roll, -179.0F);
+  dragCamera(camera, CameraTool::Zoom, Limits::min(), Limits::max());
+  EXPECT_EQ(camera.distance, 4.0F);
+  dragCamera(camera, CameraTool::Zoom, Limits::max(), Limits::min());
+  EXPECT_EQ(camera.distance, 1.2F);
 }
 
 }  // namespace

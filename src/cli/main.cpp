@@ -1,0 +1,24 @@
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli/run_cli.h"
+
+#ifdef _WIN32
+#include <filesystem>
+
+// The narrow arguments are in the code page of the day; these are not.
+int wmain(int argc, wchar_t** argv) {
+  std::vector<std::string> args;
+  for (int i = 1; i < argc; ++i) {
+    const std::u8string text = std::filesystem::path(argv[i]).u8string();
+    args.emplace_back(text.begin(), text.end());
+  }
+  return pv::runCli(args, std::cout, std::cerr);
+}
+#else
+int main(int argc, char** argv) {
+  const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
+  return pv::runCli(args, std::cout, std::cerr);
+}
+#endif

@@ -45,7 +45,7 @@ Result<PathRecord> LoadPathFile(const std::filesystem::path& file) {
   if (!bytes) {
     return bytes.error();
   }
-  const auto path = decodePathFile(bytes.value());
+  auto path = decodePathFile(bytes.value());
   if (!path) {
     Error error = path.error();
     error.file = utf8FromPath(file);

@@ -9,7 +9,7 @@ namespace pv {
 /// Text inside the program is UTF-8; the standard's narrow conversions would
 /// use the system's code page instead.
 [[nodiscard]] inline std::filesystem::path pathFromUtf8(std::string_view text) {
-  return std::filesystem::path(std::u8string(text.begin(), text.end()));
+  return {std::u8string(text.begin(), text.end())};
 }
 
 [[nodiscard]] inline std::string utf8FromPath(const std::filesystem::path& path) {

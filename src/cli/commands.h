@@ -19,6 +19,7 @@ void addSetCommand(CLI::App& app, CliRun& run);
 void addExportCommand(CLI::App& app, CliRun& run);
 void addRenderCommand(CLI::App& app, CliRun& run);
 void addCheckCommand(CLI::App& app, CliRun& run);
+void addPathCommand(CLI::App& app, CliRun& run);
 
 /// An empty command with what all of them share. `examples` is one a line.
 CLI::App& addCommand(CLI::App& app, const std::string& name, const std::string& description,

@@ -23,6 +23,7 @@ void addCommands(CLI::App& app, CliRun& run) {
   addExportCommand(app, run);
   addRenderCommand(app, run);
   addCheckCommand(app, run);
+  addPathCommand(app, run);
 }
 
 void reportUsage(const CLI::App& app, const CLI::ParseError& error, CliRun& run) {

@@ -3,6 +3,8 @@
 #include <optional>
 #include <variant>
 
+#include "util/colour_scheme.h"
+
 namespace pv {
 namespace {
 

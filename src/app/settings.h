@@ -7,10 +7,6 @@
 
 namespace pv {
 
-/// The user registry's key for everything that the program keeps there; other
-/// tools of the host share it.
-inline constexpr std::string_view kSettingsKey = "Software\\Amberly\\kaleido\\UI";
-
 /// A stored text of up to 1023 bytes. A missing or longer one, or a value of
 /// another type, yields the default.
 [[nodiscard]] std::string readSetting(const UserRegistry& registry, std::string_view valueName,

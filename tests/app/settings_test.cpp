@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "app/colour_scheme.h"
+#include "util/colour_scheme.h"
 #include "util/temporary_folder.h"
 
 namespace pv {

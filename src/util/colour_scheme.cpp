@@ -1,9 +1,7 @@
-#include "app/colour_scheme.h"
+#include "util/colour_scheme.h"
 
 #include <optional>
 #include <variant>
-
-#include "app/settings.h"
 
 namespace pv {
 namespace {

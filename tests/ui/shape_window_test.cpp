@@ -54,6 +54,8 @@ class ShapeWindowTest : public QObject {
   void cleanup() { window_.reset(); }
 
   void showsTheFramePixelByPixel();
+  void followsTheScreensDensity();
+  void manyMovesMakeOneFrame();
   void dragOnEmptySpaceMovesTheCamera();
   void dragOfAHandleChangesItsValue();
   void dragEndsWhenTheButtonIsLost();
@@ -124,6 +126,42 @@ void ShapeWindowTest::showsTheFramePixelByPixel() {
   part.setDevicePixelRatio(1);
   QCOMPARE(part.convertToFormat(QImage::Format_RGB32),
            frameOf(view(), part.size(), static_cast<float>(whole.devicePixelRatio())));
+}
+
+void ShapeWindowTest::followsTheScreensDensity() {
+  const auto screens = QGuiApplication::screens();
+  if (screens.size() < 2) {
+    QSKIP("Needs a second screen of twice the density");
+  }
+  const int width = view().width();
+  window_->windowHandle()->setScreen(screens[1]);
+  QTRY_COMPARE(view().width(), 2 * width);
+  dragOfAHandleChangesItsValue();
+  window_->windowHandle()->setScreen(screens[0]);
+  QTRY_COMPARE(view().width(), width);
+}
+
+void ShapeWindowTest::manyMovesMakeOneFrame() {
+  struct Counter : QObject {
+    int paints = 0;
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+      paints += event->type() == QEvent::Paint ? 1 : 0;
+      return false;
+    }
+  } counter;
+  ShapeViewWidget& widget = window_->viewWidget();
+  press(inWindow(40, 40));
+  QCoreApplication::processEvents();
+  widget.installEventFilter(&counter);
+  const float yaw = view().camera().yaw;
+  for (int i = 1; i <= 50; ++i) {
+    const QPointF at(40 + i, 60);
+    QMouseEvent moved(QEvent::MouseMove, at, widget.mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(&widget, &moved);
+  }
+  QTRY_COMPARE(counter.paints, 1);
+  QVERIFY(view().camera().yaw > yaw + 40);
 }
 
 void ShapeWindowTest::dragOnEmptySpaceMovesTheCamera() {

@@ -8,15 +8,15 @@ namespace pv {
 namespace {
 
 constexpr int kMargin = 8;
-constexpr int kPanelWidth = 112;
+constexpr int kPanelWidth = 120;
 
 // The title line bold with the key beside it, the text below as it is broken.
 QString tipText(const QString& help, const QKeySequence& key) {
   QString title = help.section('\n', 0, 0);
   title.chop(title.endsWith(':') ? 1 : 0);
-  const QString keyText = key.isEmpty()
-                              ? QString()
-                              : "&nbsp; " + key.toString(QKeySequence::NativeText).toHtmlEscaped();
+  const QString keyText =
+      key.isEmpty() ? QString()
+                    : "&nbsp; (" + key.toString(QKeySequence::NativeText).toHtmlEscaped() + ")";
   return "<p style='white-space:pre'><b>" + title.toHtmlEscaped() + "</b>" + keyText + "<br>" +
          help.section('\n', 1).toHtmlEscaped().replace('\n', "<br>") + "</p>";
 }

@@ -1,5 +1,7 @@
 #include "app/ui/shape_window.h"
 
+#include <string_view>
+
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
@@ -9,6 +11,8 @@
 #include <QMimeData>
 #include <QScreen>
 #include <QShortcut>
+#include <QUrl>
+#include <QVBoxLayout>
 
 #include "app/ui/button_panel.h"
 #include "app/ui/window_buttons.h"
@@ -18,8 +22,8 @@ namespace pv {
 namespace {
 
 constexpr QSize kStartSize(924, 682);
-const QString kSuffix = QStringLiteral(".j3d");
-const QString kFilter = QStringLiteral("Shapes (*.j3d);;All files (*)");
+constexpr QLatin1StringView kSuffix(".j3d");
+constexpr QLatin1StringView kFilter("Shapes (*.j3d);;All files (*)");
 
 QString shapesFolder(const QString& root) {
   const QString shapes = QDir(root).filePath("vortex/shapes");
@@ -41,7 +45,7 @@ QString shapeFileOf(const QMimeData& data) {
 QString valueText(std::string_view name, const Vec3& values) {
   const QChar figureSpace(0x2007);
   const auto field = [&](float value) {
-    return QStringLiteral("%1").arg(static_cast<double>(value), 8, 'f', 2, figureSpace);
+    return QStringLiteral("%1").arg(static_cast<double>(value), 7, 'f', 2, figureSpace);
   };
   return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())) + "   X" +
          field(values.x) + "   Y" + field(values.y) + "   Z" + field(values.z);
@@ -75,6 +79,7 @@ ShapeWindow::ShapeWindow(const QString& root, QWidget* parent)
     view_->apply(view_->view().SelectModifier(ModifierKind::None));
     refresh();
   });
+  view_->setFocus();
   resize(kStartSize.boundedTo(screen()->availableSize()));
   refresh();
 }
@@ -204,11 +209,11 @@ void ShapeWindow::askSave() {
     return;
   }
   const QString base = withoutSuffix(dialog.selectedFiles().value(0));
+  const QString file = QFileInfo(base + kSuffix).fileName();
   if (QFileInfo::exists(base + kSuffix) &&
-      QMessageBox::question(
-          this, tr("Particle Vortex"),
-          tr("\"%1\" exists. Replace it?").arg(QFileInfo(base + kSuffix).fileName())) !=
-          QMessageBox::Yes) {
+      QMessageBox::question(this, tr("Particle Vortex"), tr("\"%1\" exists. Replace it?").arg(file),
+                            QMessageBox::Yes | QMessageBox::No,
+                            QMessageBox::No) != QMessageBox::Yes) {
     return;
   }
   saveFile(base);
@@ -243,7 +248,9 @@ void ShapeWindow::refresh() {
 void ShapeWindow::refreshStatus() {
   const ShapeView& view = view_->view();
   const QString name = file_.isEmpty() ? tr("New shape") : QFileInfo(file_).fileName();
-  const auto count = static_cast<qlonglong>(totalEmitterCount(view.shape().emitter));
+  EmitterSettings emitter = view.shape().emitter;
+  emitter.pathPointCount = view.mesh().ProfileCount();
+  const auto count = static_cast<qlonglong>(totalEmitterCount(emitter));
   const QString text =
       fault_.isEmpty() ? name + tr("   Total Emitter Count = %1").arg(count) : fault_;
   shapeLabel_->setText(text);

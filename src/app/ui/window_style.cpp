@@ -16,7 +16,7 @@ constexpr const char* kStyleSheet = R"(
   #panel { background: #464646; }
   #title { background: #1E1E1E; color: #AAAAAA; padding: 3px 8px; }
   #panel QPushButton {
-    background: #505050; color: #C8C8C8; text-align: left;
+    background: #505050; color: #C8C8C8; text-align: left; outline: none;
     border: 1px solid #3A3A3A; border-radius: 2px; padding: 3px 8px;
   }
   #panel QPushButton:hover { background: #5F5F5F; color: #E6E6E6; border-color: #9B9B9B; }

@@ -35,6 +35,13 @@ void ShapeViewWidget::apply(const ViewResponse& response) {
   }
 }
 
+bool ShapeViewWidget::event(QEvent* event) {
+  if (event->type() == QEvent::ScreenChangeInternal) {
+    update();  // the new screen may have another density
+  }
+  return QWidget::event(event);
+}
+
 void ShapeViewWidget::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   // The edges are rounded to device pixels and the picture is put down in device

@@ -1,0 +1,42 @@
+// Times the stages of a frame and, beside them, the toolkit's painter.
+// See README.md.
+
+#include <array>
+#include <benchmark/benchmark.h>
+#include <string_view>
+#include <vector>
+
+#include "peak_memory.h"
+#include "stages.h"
+#include "summary.h"
+
+int main(int argc, char** argv) {
+  if (argc == 2 && std::string_view(argv[1]) == "--peak-memory") {
+    pv::bench::printPeakMemory();
+    return 0;
+  }
+  // Defaults stand before the caller's own flags, which therefore win.
+  std::array<std::string, 3> defaults{"--benchmark_repetitions=5", "--benchmark_min_time=0.1",
+                                      "--benchmark_report_aggregates_only=true"};
+  std::vector<char*> arguments{argv[0]};
+  for (std::string& flag : defaults) {
+    arguments.push_back(flag.data());
+  }
+  arguments.insert(arguments.end(), argv + 1, argv + argc);
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
+    return 64;
+  }
+
+  pv::bench::registerMeshStages();
+  pv::bench::registerDrawingStages();
+  pv::bench::registerFrames();
+#ifdef PV_BENCH_PAINTER
+  pv::bench::registerPainter();
+#endif
+  pv::bench::SummaryReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  reporter.printSummary();
+  return 0;
+}

@@ -75,7 +75,7 @@ void checkContent(const ShapeRecord& shape, Findings& findings) {
   if (const auto fault = meshFault(shape)) {
     findings.faults.push_back(*fault);
   } else if (isEmptyMesh(shape)) {
-    findings.notes.push_back("the shape has no vertices");
+    findings.notes.emplace_back("the shape has no vertices");
   }
 }
 

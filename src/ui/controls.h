@@ -38,9 +38,11 @@ class CheckBox : public QAbstractButton {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
 
  private:
   const UiContext& context_;
+  bool ring_ = false;
 };
 
 /// A button that shows a text. Like image buttons it never checks itself.
@@ -54,10 +56,13 @@ class TextButton : public QAbstractButton {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void nextCheckState() override {}
 
  private:
   const UiContext& context_;
+  bool ring_ = false;
 };
 
 /// A line of text; wraps when it is told to.
@@ -75,12 +80,17 @@ class EditBox : public QLineEdit {
 
  public:
   EditBox(const UiContext& context, const QString& name, QWidget* parent = nullptr);
+  [[nodiscard]] QSize sizeHint() const override;
 
  signals:
   void enterPressed();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  const UiContext& context_;
 };
 
 }  // namespace pv

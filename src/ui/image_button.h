@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 
+#include "ui/pixel_painter.h"
 #include "ui/ui_context.h"
 
 namespace pv {
@@ -30,12 +31,15 @@ class ImageButton : public QAbstractButton {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void nextCheckState() override {}
 
  private:
   const UiContext& context_;
-  std::string image_;
+  SkinImage image_;
   Joint joint_ = Joint::Single;
+  bool ring_ = false;
 };
 
 }  // namespace pv

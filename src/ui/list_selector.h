@@ -14,6 +14,7 @@ class ListSelector : public QComboBox {
  public:
   ListSelector(const UiContext& context, const QString& name, const QString& help,
                QWidget* parent = nullptr);
+  [[nodiscard]] QSize sizeHint() const override;
 
  protected:
   void paintEvent(QPaintEvent* event) override;

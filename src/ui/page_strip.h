@@ -6,6 +6,7 @@
 #include <QString>
 #include <QWidget>
 
+#include "ui/pixel_painter.h"
 #include "ui/ui_context.h"
 
 namespace pv {
@@ -27,6 +28,7 @@ class PageStrip : public QWidget {
   /// Shows a tab; nobody is told.
   void setCurrent(int tab);
   [[nodiscard]] int current() const { return current_; }
+  [[nodiscard]] const std::vector<Tab>& tabs() const { return tabs_; }
   [[nodiscard]] QSize sizeHint() const override;
 
  signals:
@@ -40,13 +42,16 @@ class PageStrip : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
   const UiContext& context_;
   std::vector<Tab> tabs_;
+  SkinImage image_;
   int current_ = 0;
   bool pressed_ = false;
+  bool ring_ = false;
 };
 
 }  // namespace pv

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPoint>
 #include <QPointer>
 #include <QString>
 #include <QTimer>
@@ -33,6 +34,9 @@ class CPopup : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// The control that a watched object is or is a part of.
+  [[nodiscard]] static QWidget* ownerOf(QObject* watched);
+  void pointAt(QWidget* control, QPoint pointer);
   void show();
   void hide();
 
@@ -40,6 +44,8 @@ class CPopup : public QObject {
   QTimer timer_;
   QPointer<QWidget> control_;
   QPointer<QWidget> bubble_;
+  QPoint pointer_;          ///< on the screen
+  bool dismissed_ = false;  ///< until the pointer comes anew
 };
 
 /// Helps itself to the popup of the control's window, made on first use; every

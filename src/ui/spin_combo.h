@@ -1,14 +1,16 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include <QWidget>
 
+#include "ui/pixel_painter.h"
 #include "ui/ui_context.h"
 
-class QLineEdit;
-
 namespace pv {
+
+class EditBox;
 
 /// A whole number in a range: label, image of the low end, track, image of the
 /// high end and a number field. Dragging or clicking the track sets the value;
@@ -36,7 +38,10 @@ class CSpinCombo : public QWidget {
   [[nodiscard]] int value() const { return value_; }
   /// Shows a value without telling anybody.
   void setValue(int value);
+  /// As if the user had moved the control; cut to the range.
+  void moveTo(int value) { change(value); }
   [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
 
  signals:
   /// The user changed the value.
@@ -44,6 +49,7 @@ class CSpinCombo : public QWidget {
 
  protected:
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
@@ -51,24 +57,37 @@ class CSpinCombo : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
-  void change(int value);
+  void change(std::int64_t value);
+  /// From what stands in the field, where that is a number.
+  void step(std::int64_t by);
+  [[nodiscard]] bool stepByKey(int key);
+  void editField();
   void takeField();
   void showInField();
+  void paintTrack(PixelPainter& painter);
+  [[nodiscard]] int labelWidth() const;
+  [[nodiscard]] int iconWidth() const;
+  [[nodiscard]] QRect fieldRect() const;
   [[nodiscard]] QRect trackRect() const;
+  /// Where a value stands on the track; outside the range at the nearest end.
+  [[nodiscard]] double positionOf(int value) const;
   [[nodiscard]] int valueAt(int x) const;
 
   const UiContext& context_;
   QString label_;
-  std::string highImage_;
-  std::string lowImage_;
-  QLineEdit* field_ = nullptr;
+  SkinImage highImage_;
+  SkinImage lowImage_;
+  EditBox* field_ = nullptr;
   int low_ = 0;
   int high_ = 100;
   int value_ = 0;
+  int wheelRest_ = 0;  ///< eighths of a degree that do not make a step yet
   bool dragging_ = false;
+  bool ring_ = false;
 };
 
 }  // namespace pv

@@ -1,0 +1,196 @@
+#include "ui/pixel_painter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QFontMetricsF>
+#include <QPainterPath>
+#include <QWidget>
+
+namespace pv {
+namespace {
+
+QPainterPath roundedPath(const QRectF& box, double radius, Corners corners) {
+  const double left = corners == Corners::All || corners == Corners::Left ? radius : 0;
+  const double right = corners == Corners::All || corners == Corners::Right ? radius : 0;
+  QPainterPath path(QPointF(box.left() + left, box.top()));
+  const auto corner = [&path](double x, double y, double size, double start) {
+    if (size > 0) {
+      path.arcTo(x, y, 2 * size, 2 * size, start, -90);
+    } else {
+      path.lineTo(x, y);
+    }
+  };
+  corner(box.right() - 2 * right, box.top(), right, 90);
+  corner(box.right() - 2 * right, box.bottom() - 2 * right, right, 0);
+  corner(box.left(), box.bottom() - 2 * left, left, -90);
+  corner(box.left(), box.top(), left, 180);
+  path.closeSubpath();
+  return path;
+}
+
+QPixmap tinted(QImage image, const QColor& tint) {
+  QPainter painter(&image);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+  painter.fillRect(image.rect(), tint);
+  painter.end();
+  return QPixmap::fromImage(std::move(image));
+}
+
+}  // namespace
+
+QColor mixed(const QColor& first, const QColor& second, double share) {
+  const auto mix = [share](int a, int b) { return qRound(a + (b - a) * share); };
+  return {mix(first.red(), second.red()), mix(first.green(), second.green()),
+          mix(first.blue(), second.blue())};
+}
+
+QColor faceColour(const Skin& skin) {
+  return mixed(skin.panel, skin.button, 0.12);
+}
+QColor borderColour(const Skin& skin) {
+  return mixed(skin.panel, skin.title, 0.45);
+}
+QColor fieldColour(const Skin& skin) {
+  return mixed(skin.title, skin.dialog, 0.5);
+}
+QColor brightColour(const Skin& skin) {
+  return mixed(skin.text, Qt::white, 0.7);
+}
+
+PixelPainter::PixelPainter(QWidget& widget, const Skin& skin)
+    : painter_(&widget), skin_(skin), toPixels_(painter_.deviceTransform()) {
+  // Rounded as the toolkit rounds the clip, or an edge could be cut off.
+  bounds_ = toPixels_.mapRect(widget.rect());
+  painter_.setWorldTransform(toPixels_.inverted());
+  painter_.setRenderHint(QPainter::Antialiasing);
+  painter_.setOpacity(widget.isEnabled() ? 1.0 : Skin::kDisabledOpacity);
+}
+
+int PixelPainter::line() const {
+  return std::max(1, static_cast<int>(std::floor(scale())));
+}
+
+QRect PixelPainter::pixels(const QRectF& rect) const {
+  const QRectF mapped = toPixels_.mapRect(rect);
+  const QPoint corner(qRound(mapped.left()), qRound(mapped.top()));
+  return {corner, QSize(qRound(mapped.right()) - corner.x(), qRound(mapped.bottom()) - corner.y())};
+}
+
+void PixelPainter::box(const QRect& box, const QColor& face, const QColor& border,
+                       Corners corners) {
+  const double radius = Skin::kRadius * scale();
+  const int width = line();
+  const auto outer = roundedPath(box, radius, corners);
+  const auto inner = roundedPath(box.adjusted(width, width, -width, -width),
+                                 std::max(0.0, radius - width), corners);
+  // Two areas that do not overlap, as fading would show one through the other.
+  painter_.fillPath(inner, face);
+  QPainterPath frame = outer;
+  frame.addPath(inner);
+  frame.setFillRule(Qt::OddEvenFill);
+  painter_.fillPath(frame, border);
+}
+
+void PixelPainter::focusRing(const QRect& box, Corners corners) {
+  // Bright with a dark line inside: it shows on grey and on orange.
+  const int width = line();
+  const QRect inside = box.adjusted(width, width, -width, -width);
+  this->box(inside, Qt::transparent, skin_.title, corners);
+  this->box(box, Qt::transparent, brightColour(skin_), corners);
+}
+
+void PixelPainter::disc(const QRectF& box, const QColor& colour) {
+  painter_.setPen(Qt::NoPen);
+  painter_.setBrush(colour);
+  painter_.drawEllipse(box);
+}
+
+void PixelPainter::stroke(const QPolygonF& line, double width, const QColor& colour) {
+  painter_.setBrush(Qt::NoBrush);
+  painter_.setPen(QPen(colour, width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+  painter_.drawPolyline(line);
+}
+
+void PixelPainter::picture(const QRect& box, const QPixmap& pixmap) {
+  painter_.drawPixmap(box.topLeft(), pixmap);
+}
+
+void PixelPainter::text(const QRectF& box, Qt::AlignmentFlag align, const QString& text,
+                        const QColor& colour, const QFont& font) {
+  const QFontMetricsF metrics(font, painter_.device());
+  const QString shown = metrics.elidedText(text, Qt::ElideRight, box.width());
+  const double width = metrics.horizontalAdvance(shown);
+  const double free = box.width() - width;
+  const double x = box.left() + (align == Qt::AlignHCenter ? free / 2
+                                 : align == Qt::AlignRight ? free
+                                                           : 0);
+  const double y = box.center().y() + metrics.capHeight() / 2;
+  const QPointF baseline = toPixels_.map(QPointF(x, y));
+  painter_.save();
+  painter_.setWorldTransform({});
+  painter_.setFont(font);
+  painter_.setPen(colour);
+  painter_.drawText(toPixels_.inverted().map(QPointF(qRound(baseline.x()), qRound(baseline.y()))),
+                    shown);
+  painter_.restore();
+}
+
+void SkinImage::setName(std::string name) {
+  name_ = std::move(name);
+  scale_ = 0;
+}
+
+void SkinImage::prepare(const ImageStore& images, double scale, const QSizeF& room,
+                        const QColor& tint) {
+  scale_ = scale;
+  room_ = room;
+  tint_ = tint;
+  pixmap_ = name_.empty() ? QPixmap() : images.pixmap(name_, scale);
+  if (pixmap_.isNull()) {
+    return;
+  }
+  QSizeF size = pixmap_.deviceIndependentSize();
+  if (size.width() > room.width() || size.height() > room.height()) {
+    size.scale(room, Qt::KeepAspectRatio);
+  }
+  const QSize pixels = (size * scale).toSize().expandedTo({1, 1});
+  QImage image = pixmap_.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+  image.setDevicePixelRatio(1);
+  if (image.size() != pixels) {
+    image = image.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  }
+  pixmap_ = tint.isValid() ? tinted(std::move(image), tint) : QPixmap::fromImage(image);
+}
+
+bool SkinImage::paint(PixelPainter& painter, const ImageStore& images, const QRectF& box,
+                      const QColor& tint) {
+  if (scale_ != painter.scale() || room_ != box.size() || tint_ != tint) {
+    prepare(images, painter.scale(), box.size(), tint);
+  }
+  if (pixmap_.isNull()) {
+    return false;
+  }
+  const QRect room = painter.pixels(box);
+  const QPoint corner(room.left() + (room.width() - pixmap_.width()) / 2,
+                      room.top() + (room.height() - pixmap_.height()) / 2);
+  // The pixmap is in device pixels already, as is the painter.
+  painter.picture(QRect(corner, pixmap_.size()), pixmap_);
+  return true;
+}
+
+void noteFocus(bool& ring, const QFocusEvent& event) {
+  switch (event.reason()) {
+    case Qt::MouseFocusReason:
+      ring = false;
+      break;
+    case Qt::ActiveWindowFocusReason:
+    case Qt::PopupFocusReason:
+    case Qt::MenuBarFocusReason:
+      break;
+    default:
+      ring = true;
+  }
+}
+
+}  // namespace pv

@@ -1,0 +1,43 @@
+#include "ui/skin.h"
+
+#include "ui/pixel_painter.h"
+
+namespace pv {
+namespace {
+
+QColor colourFrom(std::uint32_t rgb) {
+  return QColor(QRgb{rgb});
+}
+
+QFont fontOf(bool bold) {
+  constexpr int kPixelSize = 11;
+  QFont font;
+  font.setFamilies({"Verdana", "DejaVu Sans"});
+  font.setStyleHint(QFont::SansSerif);
+  font.setPixelSize(kPixelSize);
+  font.setBold(bold);
+  return font;
+}
+
+}  // namespace
+
+QColor Skin::hovered(const QColor& colour) {
+  constexpr double kTowardsWhite = 0.1;
+  return mixed(colour, Qt::white, kTowardsWhite);
+}
+
+Skin skinFrom(const ColourScheme& scheme) {
+  Skin skin;
+  skin.dialog = colourFrom(scheme.dialog);
+  skin.panel = colourFrom(scheme.background);
+  skin.page = colourFrom(scheme.page);
+  skin.title = colourFrom(scheme.title);
+  skin.text = colourFrom(scheme.text);
+  skin.button = colourFrom(scheme.button);
+  skin.selected = colourFrom(scheme.selected);
+  skin.font = fontOf(false);
+  skin.boldFont = fontOf(true);
+  return skin;
+}
+
+}  // namespace pv

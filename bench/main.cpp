@@ -3,6 +3,7 @@
 
 #include <array>
 #include <benchmark/benchmark.h>
+#include <string>
 #include <string_view>
 #include <vector>
 

@@ -1,8 +1,10 @@
 #include <benchmark/benchmark.h>
 
+#include <QColor>
 #include <QImage>
 #include <QLine>
 #include <QPainter>
+#include <QPen>
 
 #include "scenes.h"
 #include "stages.h"

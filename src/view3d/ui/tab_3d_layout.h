@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include <QRect>
+#include <QSize>
+
+#include "ui/dialog_units.h"
+#include "ui/image_button.h"
+
+namespace pv {
+
+enum class Tab3dAction : std::uint8_t {
+  View,  ///< `which` is a ViewMode
+  ToggleGrid,
+  ToggleLines,
+  Tool,  ///< `which` is a CameraTool
+  ResetCamera,
+  ResetAll,
+  Reset,
+  Modifier,  ///< `which` is a ModifierKind
+};
+
+/// The edges of the page that a button keeps its distance to.
+enum class Tab3dEdge : std::uint8_t { TopLeft, BottomLeft, BottomRight };
+
+/// One button of the 3D page, in dialog units of the page at its basic size.
+struct Tab3dButton {
+  int id;
+  DialogRect rect;
+  Tab3dEdge edge;
+  ImageButton::Joint joint;
+  Tab3dAction action;
+  int which;
+  const char* image;
+  const char* help;
+};
+
+inline constexpr std::size_t kTab3dButtonCount = 27;
+/// In reading order: down the left column, then along the bottom row.
+extern const std::array<Tab3dButton, kTab3dButtonCount> kTab3dButtons;
+
+/// The basic size of the page and the place of the view in it, in dialog units.
+inline constexpr DialogRect kTab3dPage{0, 0, 409, 345};
+inline constexpr DialogRect kTab3dView{30, 0, 378, 312};
+
+/// Places on a page of this size in pixels of 96 dpi. On a page larger than its
+/// basic size the view grows; on a smaller one everything stays where it is.
+[[nodiscard]] QRect placeOf(const Tab3dButton& button, QSize page);
+[[nodiscard]] QRect placeOfView(QSize page);
+
+}  // namespace pv

@@ -58,7 +58,8 @@ class CTabEmitter : public QWidget {
   void addAxes(QVBoxLayout& column);
   void addMapping(QVBoxLayout& column);
   void addCount(QVBoxLayout& column);
-  SectionHeader* addHeader(QVBoxLayout& column, const QString& text);
+  SectionHeader* makeHeader(int id, const QString& title);
+  SectionHeader* addHeader(QVBoxLayout& column, int id, const QString& title);
   void addSlider(QVBoxLayout& column, SliderAt at);
   void addCheck(QVBoxLayout& column, CheckAt at);
   QAbstractButton* makeImageButton(const EmitterButton& row);

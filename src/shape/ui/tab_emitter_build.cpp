@@ -109,22 +109,20 @@ void CTabEmitter::addFileButtons(QVBoxLayout& column) {
   QHBoxLayout* row = addRow(column, 0);
   addJoined(*row, files, kWidth);
   row->addSpacing(kGap);
-  auto* header = new SectionHeader(context_, tr("Emitter Path"), this);
-  header->setFixedHeight(kHeader);
-  row->addWidget(header, 1);
+  row->addWidget(makeHeader(8025, tr("Emitter Path")), 1);
   row->addSpacing(kSmallGap);
   addJoined(*row, {&editPath_, 1}, kWidth);
   column.addSpacing(kGap);
 }
 
 void CTabEmitter::addSections(QVBoxLayout& column) {
-  addHeader(column, tr("Horizontal Sections"));
+  addHeader(column, 8037, tr("Horizontal Sections"));
   addSlider(column, SliderAt::HorizontalAmount);
   addSlider(column, SliderAt::HorizontalSize);
   addSlider(column, SliderAt::HorizontalEnd);
   addCheck(column, CheckAt::HorizontalCentre);
   column.addSpacing(kGap);
-  verticalHeader_ = addHeader(column, tr("Vertical Rotations"));
+  verticalHeader_ = addHeader(column, 8038, tr("Vertical Rotations"));
   addSlider(column, SliderAt::VerticalAmount);
   addSlider(column, SliderAt::VerticalSize);
   addCheck(column, CheckAt::VerticalCentre);
@@ -132,7 +130,7 @@ void CTabEmitter::addSections(QVBoxLayout& column) {
 }
 
 void CTabEmitter::addDuplicates(QVBoxLayout& column) {
-  addHeader(column, tr("Emitter Duplicate"));
+  addHeader(column, 8030, tr("Emitter Duplicate"));
   addSlider(column, SliderAt::Copies);
   addCheck(column, CheckAt::ModifiersGlobally);
   addCheck(column, CheckAt::WorldAxis);
@@ -161,7 +159,7 @@ void CTabEmitter::addAxes(QVBoxLayout& column) {
 }
 
 void CTabEmitter::addMapping(QVBoxLayout& column) {
-  addHeader(column, tr("Duplicate Texture Mapping"));
+  addHeader(column, 8092, tr("Duplicate Texture Mapping"));
   for (std::size_t i = 0; i < mappings_.size(); ++i) {
     mappings_[i] = makeImageButton(kMappingButtons[i]);
     mappings_[i]->setCheckable(true);
@@ -182,9 +180,15 @@ void CTabEmitter::addCount(QVBoxLayout& column) {
   row->addWidget(count_, 1);
 }
 
-SectionHeader* CTabEmitter::addHeader(QVBoxLayout& column, const QString& title) {
+SectionHeader* CTabEmitter::makeHeader(int id, const QString& title) {
   auto* header = new SectionHeader(context_, title, this);
+  header->setObjectName(QString::number(id));
   header->setFixedHeight(kHeader);
+  return header;
+}
+
+SectionHeader* CTabEmitter::addHeader(QVBoxLayout& column, int id, const QString& title) {
+  SectionHeader* header = makeHeader(id, title);
   column.addWidget(header);
   column.addSpacing(kSmallGap);
   return header;

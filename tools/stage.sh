@@ -10,6 +10,7 @@ mkdir -p "$target"/bin/program "$target"/help "$target"/vortex/{shapes,paths}
 for program in particle-vortex pvortex; do
   [ ! -e "$build/bin/$program" ] || install -m 755 "$build/bin/$program" "$target/bin/"
 done
+cp -f "$root"/art/rendered/bin/program/* "$target/bin/program/"
 # Never over what somebody has saved under a sample's name.
 cp -n "$root"/samples/*.j3d "$target/vortex/shapes/"
 cp -n "$root"/samples/*.j2d "$target/vortex/paths/"

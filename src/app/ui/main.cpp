@@ -3,11 +3,18 @@
 
 #include <QApplication>
 
+#include "app/application_folder.h"
 #include "app/ui/arguments.h"
-#include "app/ui/shape_window.h"
+#include "app/ui/main_dialog.h"
 #include "app/ui/window_style.h"
+#include "util/instance_lock.h"
+#include "util/module_name.h"
+#include "util/user_folders.h"
+#include "util/user_registry.h"
 
 namespace {
+
+constexpr const char* kInstanceName = "TESTAPP_MUTEX_NAME";
 
 // Without a usable display the toolkit aborts, which would leave a core dump
 // where a person expects a sentence.
@@ -40,11 +47,22 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(PV_VERSION);
   pv::applyDarkStyle();
 
-  const auto& arguments = std::get<pv::Arguments>(parsed);
-  pv::ShapeWindow window(QString::fromLocal8Bit(arguments.root));
-  if (!arguments.file.empty()) {
-    window.openFile(QString::fromLocal8Bit(arguments.file));
+  // A second copy ends without a word.
+  const pv::InstanceLock lock(pv::userRuntimeFolder(), kInstanceName);
+  if (!lock.first()) {
+    return EXIT_SUCCESS;
   }
-  window.show();
+
+  const auto& arguments = std::get<pv::Arguments>(parsed);
+  const auto module = pv::moduleName();
+  const std::string folder = arguments.root.empty() ? pv::applicationFolder(module)
+                                                    : pv::applicationFolderAt(arguments.root);
+  pv::makeLibraryFolders(folder);
+  pv::UserRegistry registry(pv::userConfigFolder());
+  pv::MainDialog dialog({folder, pv::helpPath(module)}, registry);
+  if (!arguments.file.empty()) {
+    dialog.openFile(QString::fromLocal8Bit(arguments.file));
+  }
+  dialog.show();
   return QCoreApplication::exec();
 }

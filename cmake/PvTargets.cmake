@@ -2,6 +2,7 @@
 # functions that make a folder into a target.
 
 add_library(pv_rules INTERFACE)
+target_compile_definitions(pv_rules INTERFACE PV_VERSION="${PROJECT_VERSION}")
 if(MSVC)
   target_compile_options(pv_rules INTERFACE /W4 /WX /permissive- /utf-8 /fp:precise)
 else()

@@ -24,7 +24,8 @@ if printf '%s\0' "${units[@]}" |
   passed=$((passed + ${#units[@]}))
 else
   grep -E 'error|warning' "$log" | sort -u >&2
-  failed=$((failed + $(grep -E ' error: ' "$log" | cut -d: -f1 | sort -u | wc -l)))
+  faulty=$(grep -E ' error: ' "$log" | cut -d: -f1 | sort -u | wc -l)
+  failed=$((failed + (faulty > 0 ? faulty : 1)))
 fi
 echo "$passed passed, $failed failed"
 [ "$failed" -eq 0 ]

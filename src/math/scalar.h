@@ -46,7 +46,7 @@ struct SinCos {
   constexpr double kFullTurn = 6.28318530717958647693;
   constexpr double kReducible = 1.0e6;  // up to here the two-part product is exact
 
-  double x = static_cast<double>(radians);
+  auto x = static_cast<double>(radians);
   if (!(x > -kReducible && x < kReducible)) {
     x = std::remainder(x, kFullTurn);  // exact by definition, hence portable
   }

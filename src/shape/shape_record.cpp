@@ -6,9 +6,8 @@ std::int64_t totalEmitterCount(const EmitterSettings& emitter) {
   // Amounts come from files unchecked, so the product is taken modulo 2^64 (it
   // cannot overflow for any amount that the page offers).
   const auto product = [&](std::int64_t profile) {
-    const std::uint64_t sections =
-        static_cast<std::uint64_t>(std::int64_t{emitter.verticalAmount} + 1);
-    const std::uint64_t instances = static_cast<std::uint64_t>(std::int64_t{emitter.copies} + 1);
+    const auto sections = static_cast<std::uint64_t>(std::int64_t{emitter.verticalAmount} + 1);
+    const auto instances = static_cast<std::uint64_t>(std::int64_t{emitter.copies} + 1);
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(profile) * sections * instances);
   };
   switch (emitter.kind) {

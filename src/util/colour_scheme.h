@@ -9,7 +9,7 @@ namespace pv {
 
 /// The user registry's key for everything that the program keeps there; other
 /// tools of the host share it.
-inline constexpr std::string_view kSettingsKey = "Software\\Amberly\\kaleido\\UI";
+inline constexpr std::string_view kSettingsKey = R"(Software\Amberly\kaleido\UI)";
 
 /// The registry keeps colours with red in the lowest byte, then green and blue;
 /// the program has them as 0x00RRGGBB. The highest byte is dropped.

@@ -66,10 +66,11 @@ HandlePoints handlePoints(const ModifierTable& values, ModifierKind kind) {
 
 void drawHandles(RasterCanvas& canvas, ViewProjector& projector, const ShapeProjection& projection,
                  const ModifierSet& set, Handle highlighted, float pixelRatio) {
-  projector.clearHandles();
   if (!isModifier(set.selected)) {
+    projector.clearHandles();
     return;
   }
+  projector.clearSquares();
   const HandlePoints points = handlePoints(set.values, set.selected);
   const std::int32_t reach = truncate(kReach * pixelRatio);
   const auto origin = projection.map(projector, points.origin);

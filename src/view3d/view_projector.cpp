@@ -83,6 +83,12 @@ void ViewProjector::clearHandles() {
   handles_ = {};
 }
 
+void ViewProjector::clearSquares() {
+  for (Square& square : handles_) {
+    square.high = square.low;
+  }
+}
+
 void ViewProjector::placeHandle(Handle handle, PixelPoint centre, std::int32_t reach) {
   Square& square = handles_[static_cast<std::size_t>(handle)];
   square.low = {saturatedSum(centre.x, -reach), saturatedSum(centre.y, -reach)};

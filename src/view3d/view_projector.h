@@ -47,7 +47,11 @@ class ViewProjector {
   /// Camera-space depth of the last point that was projected in perspective.
   [[nodiscard]] float lastDepth() const { return lastDepth_; }
 
+  /// No squares, and nothing hovered.
   void clearHandles();
+  /// No squares; the hover flags stay as the last hit test left them, so that a
+  /// frame that is drawn again looks the same.
+  void clearSquares();
   /// Remembers a square of `reach` pixels to every side of the handle's centre.
   void placeHandle(Handle handle, PixelPoint centre, std::int32_t reach);
   /// The first handle whose square holds the canvas position (left and bottom

@@ -148,6 +148,21 @@ TEST_F(Mouse, SquaresAreTriedInOrderAndHalfOpen) {
   EXPECT_FALSE(view.ResetSelectedModifier().repaint);
 }
 
+TEST_F(Mouse, AHoveredHandleStaysARingUntilThePointerMoves) {
+  start(ModifierKind::Twist);
+  const auto pixelOfX = [this] {  // rows count upward
+    return view.drawFrame()[static_cast<std::size_t>((kHeight - kX.y) * kWidth + kX.x)];
+  };
+  EXPECT_EQ(pixelOfX(), 0xFFFF0000U);
+  move(kX.x, kX.y);
+  EXPECT_EQ(pixelOfX(), 0xFF000000U);
+  view.mousePress(at);
+  view.mouseRelease();
+  EXPECT_EQ(pixelOfX(), 0xFF000000U);
+  move(kX.x, kX.y + 20);
+  EXPECT_EQ(pixelOfX(), 0xFFFF0000U);
+}
+
 TEST_F(Mouse, DragsMeanTheSameOnDenseScreens) {
   start(ModifierKind::VertexMove, 2.0F);
   drag(kX, 200, 0);  // positions count in pixels of 96 dpi

@@ -1,63 +1,43 @@
 #include "shape/emitter_page.h"
 
 #include <array>
-#include <filesystem>
 #include <gtest/gtest.h>
-#include <string>
 #include <utility>
-#include <vector>
 
 namespace pv {
 namespace {
 
 constexpr auto kUnknown = static_cast<EmitterKind>(77);
 
-std::vector<EmitterKind> kinds() {
-  return {EmitterKind::Point, EmitterKind::GridPatch, EmitterKind::SpherePatch,
-          EmitterKind::LoftPath, EmitterKind::SweepPath};
-}
-
 TEST(EmitterPage, EachKindUsesItsOwnControls) {
-  // Horizontal sections, horizontal end, vertical sections, path editor.
-  const std::array<std::array<bool, 4>, 5> used{{{false, false, false, false},
-                                                 {true, false, true, false},
-                                                 {true, true, true, false},
-                                                 {false, false, true, true},
-                                                 {false, false, true, true}}};
-  for (const EmitterKind kind : kinds()) {
-    const EmitterPageLook look = emitterPageLook(kind);
-    const auto& row = used[static_cast<std::size_t>(kind)];
-    EXPECT_EQ(look.horizontalSections, row[0]);
-    EXPECT_EQ(look.horizontalEnd, row[1]);
-    EXPECT_EQ(look.verticalSections, row[2]);
-    EXPECT_EQ(look.editPath, row[3]);
-
-    const bool turned = kind == EmitterKind::SpherePatch || kind == EmitterKind::SweepPath;
-    EXPECT_EQ(look.verticalHeader, turned ? "Vertical Rotations" : "Vertical Sections");
-    EXPECT_EQ(look.verticalSizeLabel, turned ? "Angle:" : "Width:");
-    EXPECT_EQ(look.verticalSize, turned ? (PageRange{0, 360}) : (PageRange{1, 100}));
-    const bool sphere = kind == EmitterKind::SpherePatch;
-    EXPECT_EQ(look.horizontalSizeLabel, sphere ? "Start:" : "Height:");
-    EXPECT_EQ(look.horizontalSize, sphere ? (PageRange{0, 180}) : (PageRange{1, 100}));
+  struct Row {
+    bool rows, end, columns, path;  // what the kind uses
+    PageRange height, width;
+  };
+  constexpr PageRange kSection{1, 100};
+  const std::array<Row, kEmitterKindCount> wanted{{
+      {false, false, false, false, kSection, kSection},
+      {true, false, true, false, kSection, kSection},
+      {true, true, true, false, {0, 180}, {0, 360}},
+      {false, false, true, true, kSection, kSection},
+      {false, false, true, true, kSection, {0, 360}},
+  }};
+  for (std::size_t i = 0; i < wanted.size(); ++i) {
+    const EmitterPageLook look = emitterPageLook(static_cast<EmitterKind>(i));
+    const Row& row = wanted[i];
+    EXPECT_EQ(look.horizontalSections, row.rows);
+    EXPECT_EQ(look.horizontalEnd, row.end);
+    EXPECT_EQ(look.verticalSections, row.columns);
+    EXPECT_EQ(look.editPath, row.path);
+    EXPECT_EQ(look.horizontalSize, row.height);
+    EXPECT_EQ(look.horizontalSizeLabel, row.height == kSection ? "Height:" : "Start:");
+    EXPECT_EQ(look.verticalSize, row.width);
+    EXPECT_EQ(look.verticalSizeLabel, row.width == kSection ? "Width:" : "Angle:");
+    EXPECT_EQ(look.verticalHeader,
+              row.width == kSection ? "Vertical Sections" : "Vertical Rotations");
   }
   const EmitterPageLook unknown = emitterPageLook(kUnknown);
   EXPECT_FALSE(unknown.horizontalSections || unknown.verticalSections || unknown.editPath);
-}
-
-TEST(EmitterPage, EveryImageIsDrawnAtAllDensities) {
-  const std::filesystem::path root = std::filesystem::path(PV_SOURCE_DIR) / "art/rendered";
-  for (const EmitterKind kind : kinds()) {
-    const EmitterPageLook look = emitterPageLook(kind);
-    for (const PageImages& pair :
-         {look.verticalAmountImages, look.verticalSizeImages, look.horizontalSizeImages}) {
-      for (const std::string_view name : {pair.high, pair.low}) {
-        for (const char* ending : {".png", "@2x.png", "@3x.png"}) {
-          const std::string stem(name.substr(1, name.size() - 5));
-          EXPECT_TRUE(exists(root / (stem + ending))) << stem << ending;
-        }
-      }
-    }
-  }
 }
 
 TEST(EmitterPage, ChoosingAKindCutsAnglesToSections) {
@@ -82,28 +62,6 @@ TEST(EmitterPage, ChoosingAKindCutsAnglesToSections) {
   chooseEmitterKind(page, kUnknown);
   EXPECT_EQ(page.emitter.kind, EmitterKind::GridPatch);
   EXPECT_EQ(page.emitter.horizontalSize, -3);
-}
-
-TEST(EmitterPage, ResetLeavesAStepOnXOnly) {
-  for (std::size_t axis = 0; axis < 3; ++axis) {
-    DuplicateAxis values{77, 88, 99};
-    resetDuplicateAxis(values, axis);
-    EXPECT_EQ(values, (DuplicateAxis{axis == 0 ? 10 : 0, 0, 0}));
-  }
-  EmitterPageState page;
-  page.emitter.selectedAxis = -5;  // a file's axis may be anything
-  EXPECT_EQ(&page.selectedAxis(), &page.axes[0]);
-}
-
-TEST(EmitterPage, CountsInWords) {
-  EmitterSettings emitter;
-  EXPECT_EQ(emitterCountText(emitter), "Total Emitter Count = 1");
-  emitter.kind = EmitterKind::GridPatch;
-  emitter.copies = 2;
-  EXPECT_EQ(emitterCountText(emitter), "Total Emitter Count = 363");
-  emitter.kind = EmitterKind::SweepPath;
-  emitter.pathPointCount = 5;
-  EXPECT_EQ(emitterCountText(emitter), "Total Emitter Count = 198");
 }
 
 TEST(EmitterPage, AnUntouchedPageChangesNothingInAShape) {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <initializer_list>
 #include <memory>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -37,7 +37,7 @@ struct PageFixture {
   }
   void click(int id) const { QTest::mouseClick(&control(id), Qt::LeftButton); }
   /// The only one of these buttons that is lit, or 0.
-  [[nodiscard]] int lit(std::initializer_list<int> ids) const {
+  [[nodiscard]] int lit(std::span<const int> ids) const {
     int one = 0;
     for (const int id : ids) {
       if (control(id).isChecked()) {

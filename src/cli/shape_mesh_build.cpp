@@ -73,7 +73,7 @@ bool giveShape(ShapeView& view, const ShapeRecord& shape, const std::string& fil
 
 bool checkMesh(const ShapeView& view, const std::string& file, CliRun& run) {
   const MeshSlot* slot = view.mesh().current();
-  if (slot != nullptr && isComplete(*slot)) {
+  if (slot != nullptr && (isComplete(*slot) || isEmptyMesh(view.shape()))) {
     return true;
   }
   run.fail(ExitStatus::BadData, file + ": there is not enough memory for the mesh");

@@ -98,6 +98,8 @@ TEST_F(BadInput, OddShapesGetNotesAndStillWork) {
   const std::string odd[] = {
       patched({{kHorizontalAmount, 401}}),
       patched({{kHorizontalAmount, static_cast<std::uint32_t>(-5)}}),
+      patched({{kHorizontalAmount, static_cast<std::uint32_t>(-5)},
+               {kVerticalAmount, static_cast<std::uint32_t>(-5)}}),
       patched({{kKind, 2}, {kHorizontalAmount, 0x80000000U}, {kVerticalAmount, 0x80000000U}}),
       patched({{kCopies, static_cast<std::uint32_t>(-1)}}),
       patched({{kCopies, 21}}),

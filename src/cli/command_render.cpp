@@ -22,7 +22,7 @@ constexpr std::int32_t kMaxSide = 3999;
 
 constexpr std::array<std::string_view, 4> kViewNames{"3d", "top", "front", "side"};
 
-// One row a number of the camera; empty text leaves the camera's own default.
+// One row a number of the camera.
 struct CameraOption {
   const char* name;
   float ViewCamera::*member;
@@ -45,10 +45,10 @@ struct RenderOptions {
   std::string output;
   std::string view = "3d";
   std::string size = "640x480";
-  std::array<std::string, kCameraOptions.size()> camera;
+  std::array<std::optional<std::string>, kCameraOptions.size()> camera;  ///< else its default
   bool noGrid = false;
   bool dots = false;
-  std::string modifier;
+  std::optional<std::string> modifier;
 };
 
 bool applySize(const std::string& text, ShapeView& view, CliRun& run) {
@@ -73,18 +73,18 @@ bool applyCamera(const RenderOptions& options, ShapeView& view, CliRun& run) {
   ViewCamera camera;
   for (std::size_t i = 0; i < kCameraOptions.size(); ++i) {
     const CameraOption& row = kCameraOptions[i];
-    if (options.camera[i].empty()) {
+    if (!options.camera[i]) {
       continue;
     }
-    const auto number = parseNumber<float>(options.camera[i]);
+    const std::string& text = *options.camera[i];
+    const auto number = parseNumber<float>(text);
     if (!number) {
       run.fail(ExitStatus::Usage, std::string(row.name) + ": " + number.error().reason);
       return false;
     }
     if (number.value() < row.low || number.value() > row.high) {
-      run.fail(ExitStatus::Usage, std::string(row.name) + ": " + options.camera[i] +
-                                      " is outside " + numberText(row.low) + " to " +
-                                      numberText(row.high));
+      run.fail(ExitStatus::Usage, std::string(row.name) + ": " + text + " is outside " +
+                                      numberText(row.low) + " to " + numberText(row.high));
       return false;
     }
     camera.*row.member = number.value();
@@ -94,9 +94,6 @@ bool applyCamera(const RenderOptions& options, ShapeView& view, CliRun& run) {
 }
 
 bool applyModifier(const std::string& name, ShapeView& view, CliRun& run) {
-  if (name.empty()) {
-    return true;
-  }
   std::string key = name;
   std::erase(key, ' ');
   const ModifierKind kind = modifierByKey(key);
@@ -124,7 +121,7 @@ bool applyOptions(const RenderOptions& options, ShapeView& view, CliRun& run) {
   view.setShowGrid(!options.noGrid);
   view.setShowLines(!options.dots);
   return applySize(options.size, view, run) && applyCamera(options, view, run) &&
-         applyModifier(options.modifier, view, run);
+         (!options.modifier || applyModifier(*options.modifier, view, run));
 }
 
 void renderShape(const RenderOptions& options, CliRun& run) {

@@ -17,7 +17,12 @@ int wmain(int argc, wchar_t** argv) {
   return pv::runCli(args, std::cout, std::cerr);
 }
 #else
+#include <csignal>
+
 int main(int argc, char** argv) {
+  // A file above the user's size limit is then a failed write, reported and
+  // cleaned up, instead of the end of the program.
+  std::signal(SIGXFSZ, SIG_IGN);
   const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
   return pv::runCli(args, std::cout, std::cerr);
 }

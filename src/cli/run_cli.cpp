@@ -27,11 +27,18 @@ void addCommands(CLI::App& app, CliRun& run) {
 }
 
 void reportUsage(const CLI::App& app, const CLI::ParseError& error, CliRun& run) {
+  const CLI::App* last = &app;
   std::string command = "pvortex";
-  for (const CLI::App* chosen : app.get_subcommands()) {
-    command += " " + chosen->get_name();
+  while (!last->get_subcommands().empty()) {
+    last = last->get_subcommands().front();
+    command += " " + last->get_name();
   }
-  run.fail(ExitStatus::Usage, std::string(error.what()) + "; see '" + command + " --help'");
+  std::string fault = error.what();
+  if (last->get_require_subcommand_min() > 0) {
+    const auto words = last->remaining();
+    fault = words.empty() ? "a command is missing" : "'" + words.front() + "' is no command";
+  }
+  run.fail(ExitStatus::Usage, fault + "; see '" + command + " --help'");
 }
 
 void parseAndRun(std::span<const std::string> args, CliRun& run) {

@@ -170,6 +170,8 @@ TEST_F(Cli, WrongUsageIsOneLineAndLeavesNothing) {
       {"render", in, "-o", png, "--roll", "nan"},
       {"render", in, "-o", png, "--distance", "1.1"},
       {"render", in, "-o", png, "--modifier", "wobble"},
+      {"render", in, "-o", png, "--modifier", ""},
+      {"render", in, "-o", png, "--yaw", ""},
   };
   for (const auto& args : lines) {
     const Ran ran = run(args);
@@ -180,6 +182,8 @@ TEST_F(Cli, WrongUsageIsOneLineAndLeavesNothing) {
     EXPECT_EQ(ran.out, "") << shown;
   }
   EXPECT_NE(run(lines[20]).err.find("-89 to 89"), std::string::npos) << "names the limit";
+  EXPECT_EQ(run(lines[1]).err, "pvortex: 'frobnicate' is no command; see 'pvortex --help'\n");
+  EXPECT_TRUE(run({"path", "new"}).err.ends_with("see 'pvortex path new --help'\n"));
   EXPECT_EQ(names(), std::vector<std::string>{"a.j3d"});
 }
 

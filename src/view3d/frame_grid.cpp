@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "math/scalar.h"
+#include "raster/bitmap_font.h"
 #include "view3d/frame_colours.h"
 
 namespace pv {
@@ -35,7 +36,7 @@ std::uint32_t gridColour(int line, int centreLine, int halfUnits) {
   return std::abs(line - centreLine) == halfUnits ? kHalfUnitColour : kGridColour;
 }
 
-constexpr std::int32_t kGlyphWidth = 8;
+constexpr float kMarkerLength = 12.0F;      // pixels of 96 dpi
 constexpr std::int32_t kTopLabelDrop = 15;  // rows from the canvas top to a label's foot
 
 struct FlatLabels {
@@ -96,8 +97,8 @@ bool isFarOff(PixelPoint p) {
 
 // A small pyramid with its tip at the eye and its base towards the origin, which
 // is where the camera looks.
-void drawCameraMarker(RasterCanvas& canvas, const ViewProjector& projector, FlatMode mode,
-                      Vec3 eye) {
+void drawCameraMarker(RasterCanvas& canvas, const ViewProjector& projector, FlatMode mode, Vec3 eye,
+                      float pixelRatio) {
   const PixelPoint origin{canvas.width / 2, canvas.height / 2};
   const auto tip = projector.projectFlat(eye, mode, origin);
   if (!tip || isFarOff(*tip)) {
@@ -109,7 +110,7 @@ void drawCameraMarker(RasterCanvas& canvas, const ViewProjector& projector, Flat
   // Seen from straight above the eye hides the origin; any direction will do.
   const float ux = length > 0.0F ? dx / length : 0.0F;
   const float uy = length > 0.0F ? dy / length : -1.0F;
-  const float size = 12.0F * static_cast<float>(canvas.textScale);
+  const float size = kMarkerLength * pixelRatio;
   const auto baseCorner = [&](float side) {
     return PixelPoint{tip->x + truncate(size * ux - side * size * uy / 2.0F),
                       tip->y + truncate(size * uy + side * size * ux / 2.0F)};
@@ -152,12 +153,12 @@ void drawGrid3D(RasterCanvas& canvas, ViewProjector& projector, const Matrix4& v
 }
 
 void drawFlatBackground(RasterCanvas& canvas, const ViewProjector& projector, ViewMode mode,
-                        Vec3 eye) {
+                        Vec3 eye, float pixelRatio) {
   if (!projector.isSized()) {
     return;
   }
   drawFlatGrid(canvas);
-  drawCameraMarker(canvas, projector, flatModeOf(mode), eye);
+  drawCameraMarker(canvas, projector, flatModeOf(mode), eye, pixelRatio);
   drawFlatLabels(canvas, labelsOf(mode));
 }
 

@@ -11,8 +11,9 @@ namespace pv {
 void drawGrid3D(RasterCanvas& canvas, ViewProjector& projector, const Matrix4& view);
 
 /// Grid, camera marker and labels of a flat view; nothing while the projector
-/// was never sized. `mode` is one of the flat views.
+/// was never sized. `mode` is one of the flat views; the marker grows with the
+/// device pixels that make a pixel of 96 dpi.
 void drawFlatBackground(RasterCanvas& canvas, const ViewProjector& projector, ViewMode mode,
-                        Vec3 eye);
+                        Vec3 eye, float pixelRatio);
 
 }  // namespace pv

@@ -188,7 +188,7 @@ void ShapeView::drawView(RasterCanvas& canvas) {
     if (mode_ == ViewMode::Perspective) {
       drawGrid3D(canvas, projector_, projection.view);
     } else {
-      drawFlatBackground(canvas, projector_, mode_, eye);
+      drawFlatBackground(canvas, projector_, mode_, eye, pixelRatio_);
     }
   }
   projectMesh(mesh_, projector_, projection, projected_);

@@ -206,6 +206,14 @@ TEST(Camera, ZoomAndRollStopAtTheirLimits) {
   EXPECT_EQ(camera.roll, kMinCameraRoll);
 }
 
+TEST(Camera, ItsMarkerGrowsWithThePixelRatio) {
+  ShapeView view;
+  view.setViewMode(ViewMode::Side);  // the fresh camera's eye hides the origin here
+  view.setSize(300, 300, 1.5F);
+  const auto frame = view.drawFrame();
+  EXPECT_EQ(frame[(150 - 18) * 300 + 150 + 4], 0xFFFFFFFFU);  // on the pyramid's base
+}
+
 TEST(Projector, KeepsItsSizeWhenAnotherIsRefused) {
   ViewProjector projector;
   EXPECT_FALSE(projector.isSized());

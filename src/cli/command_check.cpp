@@ -10,6 +10,7 @@
 #include "cli/documents.h"
 #include "cli/shape_mesh_build.h"
 #include "shape/shape_fields.h"
+#include "shape/shape_file.h"
 #include "util/number_text.h"
 
 namespace pv {

@@ -1,6 +1,6 @@
 #include "shape/modifier_kind.h"
 
-#include <algorithm>
+#include "util/ascii.h"
 
 namespace pv {
 
@@ -8,10 +8,6 @@ namespace {
 
 constexpr float kUnitDrag = 200.0F;  // pixels for one shape unit or one factor
 constexpr float kPixelDrag = 1.0F;   // one degree or per cent a pixel
-
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 }  // namespace
 
@@ -41,9 +37,8 @@ const std::array<ModifierTraits, kModifierCount> kModifiers{{
 }};
 
 ModifierKind modifierByKey(std::string_view key) {
-  const auto sameLetter = [](char a, char b) { return lower(a) == lower(b); };
   for (const auto& row : kModifiers) {
-    if (std::equal(key.begin(), key.end(), row.key.begin(), row.key.end(), sameLetter)) {
+    if (equalIgnoringCase(key, row.key)) {
       return row.kind;
     }
   }

@@ -44,9 +44,6 @@ struct ShapeField {
   [[nodiscard]] bool isSettable() const { return type != FieldType::Word; }
 };
 
-/// Byte at which the path begins in a shape file.
-inline constexpr std::size_t kShapePathOffset = 174;
-
 /// Every field of a shape record except the path, in file order.
 [[nodiscard]] std::span<const ShapeField> shapeFields();
 

@@ -4,6 +4,7 @@
 
 #include "util/files.h"
 #include "util/little_endian.h"
+#include "util/utf8_path.h"
 
 namespace pv {
 
@@ -72,8 +73,6 @@ void transferShape(Fields& fields, Record& shape) {
   transferEnum(fields, shape.mapping);
 }
 
-constexpr std::size_t kPathOffset = 174;
-
 }  // namespace
 
 std::vector<std::byte> encodeShapeFile(const ShapeRecord& shape) {
@@ -97,7 +96,7 @@ Result<ShapeRecord> decodeShapeFile(std::span<const std::byte> bytes) {
   ShapeRecord shape;
   transferShape(fields, shape);
   if (shape.path.count < 0 || shape.path.count > kMaxPathPoints) {
-    return Error{ErrorKind::BadData, "", kPathOffset,
+    return Error{ErrorKind::BadData, "", kShapePathOffset,
                  "the path count " + std::to_string(shape.path.count) + " is outside 0 to 512"};
   }
   return shape;
@@ -111,7 +110,7 @@ Result<ShapeRecord> LoadShapeFile(const std::filesystem::path& file) {
   auto shape = decodeShapeFile(bytes.value());
   if (!shape) {
     Error error = shape.error();
-    error.file = file.string();
+    error.file = utf8FromPath(file);
     return error;
   }
   return shape;

@@ -13,6 +13,8 @@ namespace pv {
 
 inline constexpr std::uint16_t kShapeFileVersion = 4934;
 inline constexpr std::size_t kShapeFileBytes = 6494;
+/// Byte at which the path begins.
+inline constexpr std::size_t kShapePathOffset = 174;
 
 /// The 6494 bytes of a shape file.
 [[nodiscard]] std::vector<std::byte> encodeShapeFile(const ShapeRecord& shape);

@@ -32,6 +32,7 @@ QPalette paletteFrom(const Skin& skin, const QColor& behind) {
 SectionHeader::SectionHeader(const UiContext& context, const QString& text, QWidget* parent)
     : QWidget(parent), context_(context) {
   installAccessibility();
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setFont(context.skin.boldFont);
   setText(text);
 }
@@ -61,6 +62,7 @@ CheckBox::CheckBox(const UiContext& context, const QString& text, const QString&
   setCheckable(true);
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setFont(context.skin.font);
   setText(text);
   setHelp(context, this, help);
@@ -108,6 +110,7 @@ TextButton::TextButton(const UiContext& context, const QString& text, const QStr
   installAccessibility();
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setFont(context.skin.font);
   setText(text);
   setHelp(context, this, help);
@@ -162,7 +165,12 @@ EditBox::EditBox(const UiContext& context, const QString& name, QWidget* parent)
   setFrame(false);
   setAttribute(Qt::WA_Hover);
   QPalette palette = paletteFrom(context.skin, fieldColour(context.skin));
-  palette.setColor(QPalette::Text, brightColour(context.skin));
+  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+    palette.setColor(group, QPalette::Text, brightColour(context.skin));
+  }
+  const QColor faded = mixed(context.skin.panel, fieldColour(context.skin), Skin::kDisabledOpacity);
+  palette.setColor(QPalette::Disabled, QPalette::Text,
+                   mixed(faded, brightColour(context.skin), Skin::kDisabledOpacity));
   // The box behind the text is painted here, not by the style.
   palette.setColor(QPalette::Base, Qt::transparent);
   setPalette(palette);

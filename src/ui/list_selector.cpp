@@ -1,6 +1,7 @@
 #include "ui/list_selector.h"
 
-#include <QAbstractItemView>
+#include <algorithm>
+
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
 

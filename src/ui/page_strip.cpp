@@ -20,6 +20,7 @@ PageStrip::PageStrip(const UiContext& context, std::vector<Tab> tabs, QWidget* p
   installAccessibility();
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setFont(context.skin.boldFont);
   setCurrent(0);
 }

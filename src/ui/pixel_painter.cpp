@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QPainterPath>
 #include <QWidget>
@@ -59,12 +60,32 @@ QColor brightColour(const Skin& skin) {
 }
 
 PixelPainter::PixelPainter(QWidget& widget, const Skin& skin)
-    : painter_(&widget), skin_(skin), toPixels_(painter_.deviceTransform()) {
-  // Rounded as the toolkit rounds the clip, or an edge could be cut off.
-  bounds_ = toPixels_.mapRect(widget.rect());
-  painter_.setWorldTransform(toPixels_.inverted());
+    : widget_(widget), skin_(skin), painter_(&widget), toPixels_(painter_.deviceTransform()) {
+  // Its edges are rounded, as those of the toolkit's clip are: no border is cut off.
+  bounds_ = pixels(QRectF(widget.rect()));
+  if (!widget.isEnabled() && !bounds_.isEmpty()) {
+    painter_.end();
+    layer_ = QImage(bounds_.size(), QImage::Format_ARGB32_Premultiplied);
+    layer_.fill(Qt::transparent);
+    corner_ = bounds_.topLeft();
+    toPixels_ *= QTransform::fromTranslate(-corner_.x(), -corner_.y());
+    bounds_.moveTopLeft({0, 0});
+    painter_.begin(&layer_);
+  } else {
+    painter_.setWorldTransform(toPixels_.inverted());
+  }
+  logical_ = layer_.isNull() ? QTransform() : toPixels_;
   painter_.setRenderHint(QPainter::Antialiasing);
-  painter_.setOpacity(widget.isEnabled() ? 1.0 : Skin::kDisabledOpacity);
+}
+
+PixelPainter::~PixelPainter() {
+  painter_.end();
+  if (!layer_.isNull()) {
+    QPainter painter(&widget_);
+    painter.setWorldTransform(painter.deviceTransform().inverted());
+    painter.setOpacity(Skin::kDisabledOpacity);
+    painter.drawImage(corner_, layer_);
+  }
 }
 
 int PixelPainter::line() const {
@@ -125,10 +146,12 @@ void PixelPainter::text(const QRectF& box, Qt::AlignmentFlag align, const QStrin
   const double x = box.left() + (align == Qt::AlignHCenter ? free / 2
                                  : align == Qt::AlignRight ? free
                                                            : 0);
-  const double y = box.center().y() + metrics.capHeight() / 2;
+  // The toolkit's own measure of capitals comes rounded up at some scales.
+  constexpr double kCapitals = 0.73;
+  const double y = box.center().y() + kCapitals * QFontInfo(font).pixelSize() / 2;
   const QPointF baseline = toPixels_.map(QPointF(x, y));
   painter_.save();
-  painter_.setWorldTransform({});
+  painter_.setWorldTransform(logical_);
   painter_.setFont(font);
   painter_.setPen(colour);
   painter_.drawText(toPixels_.inverted().map(QPointF(qRound(baseline.x()), qRound(baseline.y()))),

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QFocusEvent>
+#include <QImage>
 #include <QPainter>
 #include <QPixmap>
 #include <QRect>
@@ -31,6 +32,9 @@ enum class Corners { None, All, Left, Right };
 class PixelPainter {
  public:
   PixelPainter(QWidget& widget, const Skin& skin);
+  ~PixelPainter();
+  PixelPainter(const PixelPainter&) = delete;
+  PixelPainter& operator=(const PixelPainter&) = delete;
 
   [[nodiscard]] double scale() const { return toPixels_.m11(); }
   /// The width of a one-pixel line: never below one device pixel, never blurred.
@@ -54,9 +58,13 @@ class PixelPainter {
             const QFont& font);
 
  private:
-  QPainter painter_;
+  QWidget& widget_;
   const Skin& skin_;
+  QImage layer_;  ///< a disabled widget's picture, faded in one go at the end
+  QPainter painter_;
   QTransform toPixels_;
+  QTransform logical_;  ///< makes the painter take lengths of the widget
+  QPoint corner_;       ///< of the layer on the widget's device
   QRect bounds_;
 };
 

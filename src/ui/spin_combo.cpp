@@ -177,8 +177,8 @@ int CSpinCombo::labelWidth() const {
   }
   // Wide enough for the usual labels, so that tracks of rows stand in line.
   const auto metrics = fontMetrics();
-  const int usual = metrics.horizontalAdvance(QStringLiteral("Position:"));
-  return std::max(usual, metrics.horizontalAdvance(label_)) + kGap;
+  const int usual = metrics.horizontalAdvance(QStringLiteral("Positions:"));
+  return std::max(usual, metrics.horizontalAdvance(label_)) + kGap + 1;
 }
 
 int CSpinCombo::iconWidth() const {
@@ -225,6 +225,10 @@ bool CSpinCombo::event(QEvent* event) {
 
 bool CSpinCombo::eventFilter(QObject* watched, QEvent* event) {
   const auto type = event->type();
+  if (watched == field_ && type == QEvent::Wheel) {
+    wheelEvent(static_cast<QWheelEvent*>(event));
+    return event->isAccepted();
+  }
   if (watched != field_ || (type != QEvent::KeyPress && type != QEvent::ShortcutOverride)) {
     return QWidget::eventFilter(watched, event);
   }

@@ -1,9 +1,10 @@
-// Holds the tree to its own rules: who may include whom, and no toolkit outside
-// the ui folders.
+// Holds the tree to its own rules: who may include whom, no toolkit outside the
+// ui folders, and no image without a file.
 
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <map>
 #include <regex>
 #include <set>
@@ -76,6 +77,33 @@ TEST(House, FoldersIncludeOnlyWhatTheyMay) {
     }
   }
   EXPECT_GT(files, 40U);
+}
+
+// A missing image is silent at run time, so every name that the code holds must
+// have its drawing at each density.
+TEST(House, EveryImageThatIsNamedIsThere) {
+  const fs::path source = PV_SOURCE_DIR;
+  const std::regex name(R"re([/\\]bin[/\\]+program[/\\]+([\w-]+)\.(png|cur))re");
+  std::set<std::string> files;
+  for (const auto& entry : fs::recursive_directory_iterator(source / "src")) {
+    if (!entry.is_regular_file()) {
+      continue;
+    }
+    std::ifstream file(entry.path());
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    for (std::sregex_iterator match(text.begin(), text.end(), name), end; match != end; ++match) {
+      const std::string base = (*match)[1];
+      if ((*match)[2] == "cur") {
+        files.insert({base + ".cur", base + "-cursor.png", base + "-cursor@2x.png"});
+      } else {
+        files.insert({base + ".png", base + "@2x.png", base + "@3x.png"});
+      }
+    }
+  }
+  EXPECT_GT(files.size(), 150U);
+  for (const std::string& file : files) {
+    EXPECT_TRUE(fs::exists(source / "art/rendered/bin/program" / file)) << file;
+  }
 }
 
 }  // namespace

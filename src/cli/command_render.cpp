@@ -84,7 +84,8 @@ bool applyCamera(const RenderOptions& options, ShapeView& view, CliRun& run) {
     }
     if (number.value() < row.low || number.value() > row.high) {
       run.fail(ExitStatus::Usage, std::string(row.name) + ": " + text + " is outside " +
-                                      numberText(row.low) + " to " + numberText(row.high));
+                                      shortNumberText(row.low) + " to " +
+                                      shortNumberText(row.high));
       return false;
     }
     camera.*row.member = number.value();

@@ -36,7 +36,9 @@ void reportUsage(const CLI::App& app, const CLI::ParseError& error, CliRun& run)
   std::string fault = error.what();
   if (last->get_require_subcommand_min() > 0) {
     const auto words = last->remaining();
-    fault = words.empty() ? "a command is missing" : "'" + words.front() + "' is no command";
+    const bool option = !words.empty() && words.front().starts_with('-');
+    fault = words.empty() ? "a command is missing"
+                          : "'" + words.front() + (option ? "' is no option" : "' is no command");
   }
   run.fail(ExitStatus::Usage, fault + "; see '" + command + " --help'");
 }

@@ -54,8 +54,8 @@ struct ShapeField {
 /// lengths for some kinds and angles for others.
 [[nodiscard]] std::optional<FieldRange> offeredRange(const ShapeField& field, EmitterKind kind);
 
-/// The value as text that setField() reads back to the same bits; names by
-/// name, numbers that name nothing as numbers.
+/// The value as text that setField() reads back to the same bits, except for what
+/// it refuses: numbers that name nothing, and floats that are not finite.
 [[nodiscard]] std::string fieldText(const ShapeField& field, const ShapeRecord& shape);
 
 /// The value as a number; names by their place.

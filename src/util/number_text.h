@@ -28,6 +28,12 @@ inline char* writeNumber(char* first, float value) {
   return {text, writeNumber(text, value)};
 }
 
+/// The fewest digits that give the same float back, for people: 1.2.
+[[nodiscard]] inline std::string shortNumberText(float value) {
+  char text[kNumberTextSize];
+  return {text, std::to_chars(text, text + kNumberTextSize, value).ptr};
+}
+
 /// The whole text as a number, in no locale's notation but C's. Blanks, trailing
 /// characters and numbers beyond the type are refused.
 template <class Number>

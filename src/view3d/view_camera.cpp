@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "math/scalar.h"
+#include "shape/modifiers.h"
 
 namespace pv {
 
@@ -58,10 +59,7 @@ Matrix4 viewMatrix(Vec3 eye, float roll) {
 }
 
 Matrix4 objectMatrix(float a, float b, float c, Vec3 factors) {
-  return D3DXMatrixMultiply(
-      D3DXMatrixScaling(factors.x, factors.y, factors.z),
-      D3DXMatrixRotationYawPitchRoll((360.0F - a) * kRadiansPerDegree, -b * kRadiansPerDegree,
-                                     -c * kRadiansPerDegree));
+  return modifierMatrix({b, a, c}, factors);
 }
 
 }  // namespace pv

@@ -10,29 +10,29 @@ namespace pv {
 
 /// A button of the emitter page with its image, or its caption where it has none.
 struct EmitterButton {
-  int id;
-  const char* face;
-  const char* help;
+  int id = 0;
+  const char* face = nullptr;
+  const char* help = nullptr;
 };
 
 /// A value control with what it shows before a kind relabels it.
 struct EmitterSlider {
-  int id;
-  const char* label;
+  int id = 0;
+  const char* label = nullptr;
   PageRange range;
   PageImages images;
-  std::int32_t& (*value)(EmitterPageState&);
-  const char* help;
+  std::int32_t& (*value)(EmitterPageState&) = nullptr;
+  const char* help = nullptr;
 };
 
 /// `name` tells equal captions apart for assistive tools.
 struct EmitterCheck {
-  int id;
-  const char* caption;
-  const char* name;
-  bool (*isSet)(const EmitterPageState&);
-  void (*set)(EmitterPageState&, bool);
-  const char* help;
+  int id = 0;
+  const char* caption = nullptr;
+  const char* name = nullptr;
+  bool (*isSet)(const EmitterPageState&) = nullptr;
+  void (*set)(EmitterPageState&, bool) = nullptr;
+  const char* help = nullptr;
 };
 
 /// Places in kEmitterSliders and kEmitterChecks, in reading order.

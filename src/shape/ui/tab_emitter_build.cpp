@@ -19,6 +19,7 @@ constexpr int kHeader = 20;
 constexpr int kButtonRow = 32;
 constexpr int kSmallGap = 4;
 constexpr int kGap = Skin::kRhythm;
+constexpr int kShare = 25;  // of the room that the buttons of a row divide
 
 QHBoxLayout* addRow(QVBoxLayout& column, int spacing) {
   auto* row = new QHBoxLayout;
@@ -34,9 +35,8 @@ ImageButton::Joint jointOf(std::size_t place, std::size_t count) {
 }
 
 // Puts buttons of the given width side by side as one piece; those of width 0
-// share all the room, and the middle one takes what is left over.
+// share all the room.
 void addJoined(QHBoxLayout& row, std::span<QAbstractButton* const> group, int eachWidth) {
-  constexpr int kShare = 25;
   for (std::size_t i = 0; i < group.size(); ++i) {
     if (auto* button = qobject_cast<ImageButton*>(group[i])) {
       button->setJoint(jointOf(i, group.size()));
@@ -47,7 +47,7 @@ void addJoined(QHBoxLayout& row, std::span<QAbstractButton* const> group, int ea
     } else {
       group[i]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }
-    row.addWidget(group[i], i == group.size() / 2 ? kShare + 1 : kShare);
+    row.addWidget(group[i], kShare);
   }
 }
 
@@ -93,7 +93,9 @@ void CTabEmitter::addKinds(QVBoxLayout& column) {
     connect(kinds_[i], &QAbstractButton::clicked, this,
             [this, i] { chooseKind(static_cast<EmitterKind>(i)); });
   }
-  addJoined(*addRow(column, 0), kinds_, 0);
+  QHBoxLayout* row = addRow(column, 0);
+  addJoined(*row, kinds_, 0);
+  row->setStretch(2, kShare + 1);  // 252 pixels are four times 50 and once 52
   column.addSpacing(kGap);
 }
 

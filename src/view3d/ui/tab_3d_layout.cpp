@@ -137,7 +137,7 @@ QRect placeOf(const Tab3dButton& button, QSize page) {
 
 QRect placeOfView(QSize page) {
   const DialogRect at = inPixels(kTab3dView);
-  return QRect(QPoint(at.x, at.y), QSize(at.width, at.height) + growth(page));
+  return {QPoint(at.x, at.y), QSize(at.width, at.height) + growth(page)};
 }
 
 }  // namespace pv

@@ -28,14 +28,14 @@ enum class Tab3dEdge : std::uint8_t { TopLeft, BottomLeft, BottomRight };
 
 /// One button of the 3D page, in dialog units of the page at its basic size.
 struct Tab3dButton {
-  int id;
+  int id = 0;
   DialogRect rect;
-  Tab3dEdge edge;
-  ImageButton::Joint joint;
-  Tab3dAction action;
-  int which;
-  const char* image;
-  const char* help;
+  Tab3dEdge edge = Tab3dEdge::TopLeft;
+  ImageButton::Joint joint = ImageButton::Joint::Single;
+  Tab3dAction action = Tab3dAction::View;
+  int which = 0;
+  const char* image = nullptr;
+  const char* help = nullptr;
 };
 
 inline constexpr std::size_t kTab3dButtonCount = 27;

@@ -35,6 +35,8 @@ class PixelPainter {
   ~PixelPainter();
   PixelPainter(const PixelPainter&) = delete;
   PixelPainter& operator=(const PixelPainter&) = delete;
+  PixelPainter(PixelPainter&&) = delete;
+  PixelPainter& operator=(PixelPainter&&) = delete;
 
   [[nodiscard]] double scale() const { return toPixels_.m11(); }
   /// The width of a one-pixel line: never below one device pixel, never blurred.

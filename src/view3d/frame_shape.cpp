@@ -13,10 +13,6 @@ namespace {
 // the quick loops below leave them, marked, to the projector.
 constexpr float kPlainReach = 1073741824.0F;  // 2^30: neither cut nor overflowing
 
-bool isPlain(float value) {
-  return std::fabs(value) < kPlainReach;
-}
-
 /// The same arithmetic as the projector's, for whole streams; written so that
 /// the compiler can take several vertices at a time. True when none was left.
 bool projectPlainPerspective(const VectorStreams& positions, const ShapeProjection& projection,
@@ -35,7 +31,10 @@ bool projectPlainPerspective(const VectorStreams& positions, const ShapeProjecti
     const float z = xs[i] * m[0][2] + ys[i] * m[1][2] + zs[i] * m[2][2] + m[3][2];
     const float across = halfWidth * x / z;
     const float up = halfHeight * y / z;
-    const bool plain = (z > 0.0F) & isPlain(across) & isPlain(up);
+    const bool inFront = z > 0.0F;
+    const bool acrossIsPlain = std::fabs(across) < kPlainReach;
+    const bool upIsPlain = std::fabs(up) < kPlainReach;
+    const bool plain = inFront & acrossIsPlain & upIsPlain;
     const auto column = static_cast<std::int32_t>(plain ? across : 0.0F);
     const auto row = static_cast<std::int32_t>(plain ? up : 0.0F);
     projected[i] = {plain ? centre.x - column : kInvisible, row + centre.y};

@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include <QApplication>
+#include <QIcon>
 
 #include "app/application_folder.h"
 #include "app/ui/arguments.h"
@@ -27,12 +28,25 @@ void endWithoutDisplay(QtMsgType type, const QMessageLogContext& /*where*/,
   std::fprintf(stderr, "%s\n", qPrintable(message));
 }
 
+QIcon windowIcon() {
+  QIcon icon;
+  for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+    icon.addFile(QString(":/particle-vortex-%1.png").arg(size));
+  }
+  return icon;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const auto parsed = pv::parseArguments(argc, argv);
   if (const int* status = std::get_if<int>(&parsed)) {
     return *status;
+  }
+  // A second copy ends without a word.
+  const pv::InstanceLock lock(pv::userRuntimeFolder(), kInstanceName);
+  if (!lock.first()) {
+    return EXIT_SUCCESS;
   }
   if (!pv::hasDisplay()) {
     std::fputs("particle-vortex: there is no display to open a window on\n", stderr);
@@ -45,13 +59,8 @@ int main(int argc, char** argv) {
 
   QCoreApplication::setApplicationName("Particle Vortex");
   QCoreApplication::setApplicationVersion(PV_VERSION);
+  QApplication::setWindowIcon(windowIcon());
   pv::applyDarkStyle();
-
-  // A second copy ends without a word.
-  const pv::InstanceLock lock(pv::userRuntimeFolder(), kInstanceName);
-  if (!lock.first()) {
-    return EXIT_SUCCESS;
-  }
 
   const auto& arguments = std::get<pv::Arguments>(parsed);
   const auto module = pv::moduleName();

@@ -1,20 +1,22 @@
 #include "app/ui/main_dialog.h"
 
+#include <algorithm>
+#include <filesystem>
+
 #include <QDragEnterEvent>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QKeyEvent>
-#include <QMessageBox>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QStackedWidget>
 
 #include "app/application_folder.h"
+#include "app/ui/file_questions.h"
 #include "app/ui/quiet_page.h"
 #include "app/ui/window_place.h"
 #include "shape/emitter_page.h"
-#include "shape/shape_file.h"
 #include "shape/ui/tab_emitter.h"
 #include "ui/controls.h"
 #include "ui/dialog_units.h"
@@ -37,12 +39,10 @@ constexpr DialogRect kInformation{191, 369, 418, 32};
 constexpr DialogRect kOk{504, 402, 50, 14};
 constexpr DialogRect kCancel{559, 402, 50, 14};
 
+constexpr QSize kLeastSize(320, 200);
+
 QRect toRect(DialogRect r) {
   return {r.x, r.y, r.width, r.height};
-}
-
-std::filesystem::path toPath(const QString& name) {
-  return QFileInfo(name).filesystemAbsoluteFilePath();
 }
 
 QString inPath(const std::filesystem::path& path) {
@@ -53,10 +53,22 @@ QString toText(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-// The button that Enter and Escape would press; in the editing layout neither
+// Every field as wide as its neighbours, so that the line stands still in a drag.
+QString modifierText(ModifierKind kind, const ModifierTable& values) {
+  constexpr QChar kFigureSpace(0x2007);
+  QString text = toText(traits(kind).name);
+  const Vec3& triple = values[kind];
+  for (const auto& [axis, value] : {std::pair("X", triple.x), {"Y", triple.y}, {"Z", triple.z}}) {
+    text += QString("   %1 %2").arg(axis).arg(static_cast<double>(value), 7, 'f', 2, kFigureSpace);
+  }
+  return text;
+}
+
+// The button that Enter or Escape would press; in the editing layout neither
 // does anything.
-void addHiddenButton(QWidget* desk, const QString& text, DialogRect place) {
+void addHiddenButton(QWidget* desk, const char* id, const QString& text, DialogRect place) {
   auto* button = new QPushButton(text, desk);
+  button->setObjectName(id);
   button->setGeometry(toRect(inPixels(place)));
   button->hide();
 }
@@ -67,8 +79,10 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
     : setup_(setup),
       registry_(registry),
       coreNames_(readCoreNames(registry)),
-      context_{skinFrom(readColourScheme(registry)), ImageStore(setup.applicationFolder)} {
+      context_{skinFrom(readColourScheme(registry)), ImageStore(setup.applicationFolder)},
+      folder_(inPath(hostPath(setup.applicationFolder + "\\" + std::string(kShapeLibrary)))) {
   setAcceptDrops(true);
+  setMinimumSize(kLeastSize);
   setFont(context_.skin.font);
   QPalette colours = palette();
   colours.setColor(QPalette::Window, context_.skin.dialog);
@@ -82,17 +96,19 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
   scroll_->setWidget(desk_);
   buildLeftPanel();
   buildRightPanel();
-  addHiddenButton(desk_, "OK", kOk);
-  addHiddenButton(desk_, "Cancel", kCancel);
+  addHiddenButton(desk_, "1", "OK", kOk);
+  addHiddenButton(desk_, "2", "Cancel", kCancel);
   desk_->installEventFilter(this);
+  connectModifiers();
+  addKeys();
 
   applyShape(ShapeRecord{});
   showPage(LeftPage::Emitter);
-  restorePlace();
+  placeWindow(*this, readSetting(registry_, kWindowPlaceValue, ""), desk_->minimumSize());
 }
 
 MainDialog::~MainDialog() {
-  keepPlace();
+  writeSetting(registry_, kWindowPlaceValue, windowPlace(*this));
   writeCoreNames(registry_, coreNames_);
 }
 
@@ -102,11 +118,14 @@ void MainDialog::buildLeftPanel() {
     tabs.push_back({toText(tab.text), std::string(tab.image)});
   }
   strip_ = new PageStrip(context_, std::move(tabs), desk_);
+  strip_->setObjectName("8019");
   connect(strip_, &PageStrip::nextRequested, this, [this] { showPage(nextPage(page_)); });
   connect(strip_, &PageStrip::tabRequested, this, [this](int tab) { showPage(pageOfTab(tab)); });
 
   leftFrame_ = new PanelFrame(context_, desk_);
+  leftFrame_->setObjectName("8020");
   leftHost_ = new QStackedWidget(desk_);
+  leftHost_->setObjectName("8022");
   emitter_ = new CTabEmitter(context_);
   connect(emitter_, &CTabEmitter::command, this, &MainDialog::emitterCommand);
   // In the order of LeftPage.
@@ -119,12 +138,39 @@ void MainDialog::buildLeftPanel() {
 
 void MainDialog::buildRightPanel() {
   rightFrame_ = new PanelFrame(context_, desk_);
+  rightFrame_->setObjectName("8029");
+  rightFrame_->setTitle(tr("Emitter"));
   rightHost_ = new QStackedWidget(desk_);
+  rightHost_->setObjectName("8028");
   tab3d_ = new CTab3d(context_);
   rightHost_->addWidget(tab3d_);
   information_ = new TextLabel(context_, QString(), desk_);
+  information_->setObjectName("8058");
+  information_->setContentsMargins(2, 4, 0, 0);
   information_->setWordWrap(true);
   information_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+}
+
+void MainDialog::connectModifiers() {
+  connect(tab3d_, &CTab3d::modifierChanged, this, [this] {
+    showName();
+    showModifier();
+  });
+  // Any of the page's buttons may have chosen another modifier.
+  for (const auto* button : tab3d_->findChildren<QAbstractButton*>()) {
+    connect(button, &QAbstractButton::clicked, this, &MainDialog::showModifier);
+  }
+}
+
+void MainDialog::addKeys() {
+  connect(new QShortcut(QKeySequence::Open, this), &QShortcut::activated, this,
+          &MainDialog::loadShape);
+  connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
+          &MainDialog::saveShape);
+  // A file dropped on a number field is meant for the window.
+  for (auto* field : desk_->findChildren<QLineEdit*>()) {
+    field->setAcceptDrops(false);
+  }
 }
 
 // The left panel keeps its width and all rows their edges; the right panel takes
@@ -186,6 +232,7 @@ void MainDialog::collectEmitterPage() {
   ShapeRecord shape = tab3d_->shape();
   storeEmitterPage(emitter_->state(), shape);
   applyShape(shape);
+  showName();
 }
 
 void MainDialog::applyShape(const ShapeRecord& shape) {
@@ -193,46 +240,10 @@ void MainDialog::applyShape(const ShapeRecord& shape) {
   emitter_->setPathPointCount(tab3d_->view().view().mesh().ProfileCount());
 }
 
-void MainDialog::openFile(const QString& file) {
-  const auto shape = LoadShapeFile(toPath(file));
-  if (!shape) {
-    return;
-  }
-  applyShape(shape.value());
-  emitter_->setState(emitterPageOf(tab3d_->shape(), emitter_->state().emitter.selectedAxis));
-  showFileName(QFileInfo(file).completeBaseName());
-}
-
-void MainDialog::loadShape() {
-  const auto folder = hostPath(setup_.applicationFolder + "\\" + std::string(kShapeLibrary));
-  const QString file =
-      QFileDialog::getOpenFileName(this, tr("Load 3d Shape"), inPath(folder), tr("Shapes (*.j3d)"));
-  if (!file.isEmpty()) {
-    openFile(file);
-  }
-}
-
-void MainDialog::saveShape() {
-  const auto folder = hostPath(setup_.applicationFolder + "\\" + std::string(kShapeLibrary));
-  QString file =
-      QFileDialog::getSaveFileName(this, tr("Save 3d Shape"), inPath(folder), tr("Shapes (*.j3d)"));
-  if (file.isEmpty()) {
-    return;
-  }
-  if (file.endsWith(".j3d", Qt::CaseInsensitive)) {
-    file.chop(4);
-  }
-  collectEmitterPage();  // the profile's point count comes from the mesh
-  const Status saved = SaveShapeFile(toPath(file), tab3d_->shape());
-  if (!saved) {
-    QMessageBox::warning(this, tr("Save 3d Shape"), toText(saved.error().message()));
-    return;
-  }
-  showFileName(QFileInfo(file).fileName());
-}
-
-void MainDialog::showFileName(const QString& name) {
-  rightFrame_->setTitle(tr("Emitter"), name);
+void MainDialog::showModifier() {
+  const ShapeView& view = tab3d_->view().view();
+  const ModifierKind kind = view.SelectedModifier();
+  rightFrame_->setDetail(isModifier(kind) ? modifierText(kind, view.modifiers()) : QString());
 }
 
 // --- window events -------------------------------------------------------------
@@ -241,32 +252,21 @@ void MainDialog::showFileName(const QString& name) {
 // took, Enter and Escape among them, do nothing here.
 void MainDialog::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F1) {
-    QMessageBox::information(this, tr("Help"), toText(setup_.helpPath));
+    tell(this, tr("Help"), toText(setup_.helpPath));
     return;
   }
   QWidget::keyPressEvent(event);
 }
 
 void MainDialog::dragEnterEvent(QDragEnterEvent* event) {
-  const QList<QUrl> urls = event->mimeData()->urls();
-  if (urls.size() == 1 && urls.front().isLocalFile()) {
+  if (!draggedShape(*event->mimeData()).isEmpty()) {
     event->acceptProposedAction();
   }
 }
 
 void MainDialog::dropEvent(QDropEvent* event) {
-  openFile(event->mimeData()->urls().front().toLocalFile());
+  openFile(draggedShape(*event->mimeData()));
   event->acceptProposedAction();
-}
-
-void MainDialog::restorePlace() {
-  showFileName(QString());
-  const QSize usual = toRect(inPixels(kDialog)).size();
-  placeWindow(*this, readSetting(registry_, kWindowPlaceValue, ""), usual);
-}
-
-void MainDialog::keepPlace() {
-  writeSetting(registry_, kWindowPlaceValue, windowPlace(*this));
 }
 
 }  // namespace pv

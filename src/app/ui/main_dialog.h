@@ -1,8 +1,8 @@
 #pragma once
 
-#include <memory>
 #include <string>
 
+#include <QString>
 #include <QWidget>
 
 #include "app/page_strip_model.h"
@@ -39,7 +39,8 @@ class MainDialog : public QWidget {
   MainDialog(const MainDialogSetup& setup, UserRegistry& registry);
   ~MainDialog() override;
 
-  /// A file that is no shape changes nothing, silently.
+  /// A file that is no shape changes nothing; a quiet line says that it was not
+  /// loaded until something else happens.
   void openFile(const QString& file);
 
   [[nodiscard]] LeftPage page() const { return page_; }
@@ -61,15 +62,20 @@ class MainDialog : public QWidget {
   void applyShape(const ShapeRecord& shape);
   void loadShape();
   void saveShape();
-  void showFileName(const QString& name);
-  void restorePlace();
-  void keepPlace();
+  void connectModifiers();
+  void addKeys();
+  /// The panel's title: the shape's name, or why another one is not there.
+  void showName(const QString& fault = {});
+  void showModifier();
+  void setFile(const QString& file);
 
   MainDialogSetup setup_;
   UserRegistry& registry_;
   CoreNames coreNames_;
   UiContext context_;
   LeftPage page_ = LeftPage::Emitter;
+  QString folder_;     ///< where Load and Save open
+  QString shapeName_;  ///< without folder and suffix; empty for a new shape
 
   QScrollArea* scroll_ = nullptr;  ///< for screens that are too small
   QWidget* desk_ = nullptr;        ///< holds all controls, in dialog units

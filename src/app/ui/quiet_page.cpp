@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "ui/dialog_units.h"
+#include "ui/pixel_painter.h"
 
 namespace pv {
 
@@ -23,31 +24,53 @@ void QuietPage::paintEvent(QPaintEvent* /*event*/) {
 PanelFrame::PanelFrame(const UiContext& context, QWidget* parent)
     : QWidget(parent), context_(context) {}
 
-void PanelFrame::setTitle(const QString& title, const QString& detail) {
+void PanelFrame::setTitle(const QString& title) {
   title_ = title;
-  detail_ = detail;
   setAccessibleName(title);
   update();
 }
 
-void PanelFrame::paintEvent(QPaintEvent* /*event*/) {
-  const Skin& skin = context_.skin;
-  QPainter painter(this);
-  painter.fillRect(rect(), skin.panel);
-  if (!title_.isEmpty()) {
-    // The panel's host begins 17 units below the frame's edge.
-    QRect bar = rect();
-    bar.setHeight(inPixels({0, 0, 0, 17}).height - 2);
-    painter.fillRect(bar, skin.title);
-    bar.adjust(Skin::kRhythm, 0, -Skin::kRhythm, 0);
-    painter.setPen(skin.text);
-    painter.setFont(skin.boldFont);
-    painter.drawText(bar, Qt::AlignVCenter | Qt::AlignLeft, title_);
-    painter.setFont(skin.font);
-    painter.drawText(bar, Qt::AlignVCenter | Qt::AlignRight, detail_);
+void PanelFrame::setName(const QString& name) {
+  name_ = name;
+  setAccessibleDescription(name);
+  update();
+}
+
+void PanelFrame::setDetail(const QString& detail) {
+  if (detail_ != detail) {
+    detail_ = detail;
+    update();
   }
-  painter.setPen(skin.title);
-  painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
+void PanelFrame::paintEvent(QPaintEvent* /*event*/) {
+  {
+    PixelPainter frame(*this, context_.skin);
+    frame.box(frame.bounds(), context_.skin.panel, context_.skin.title, Corners::None);
+  }
+  if (!title_.isEmpty()) {
+    QPainter painter(this);
+    paintTitle(painter);
+  }
+}
+
+void PanelFrame::paintTitle(QPainter& painter) const {
+  const Skin& skin = context_.skin;
+  // The panel's host begins 17 units below the frame's edge.
+  QRect bar = rect();
+  bar.setHeight(inPixels({0, 0, 0, 17}).height - 2);
+  painter.fillRect(bar, skin.title);
+  bar.adjust(Skin::kRhythm, 0, -Skin::kRhythm, 0);
+  painter.setPen(skin.text);
+  painter.setFont(skin.boldFont);
+  painter.drawText(bar, Qt::AlignVCenter | Qt::AlignLeft, title_);
+  bar.setLeft(bar.left() + painter.fontMetrics().horizontalAdvance(title_) + Skin::kRhythm);
+  painter.setFont(skin.font);
+  const QFontMetrics metrics = painter.fontMetrics();
+  painter.drawText(bar, Qt::AlignVCenter | Qt::AlignRight, detail_);
+  bar.setRight(bar.right() - metrics.horizontalAdvance(detail_) - Skin::kRhythm);
+  painter.drawText(bar, Qt::AlignVCenter | Qt::AlignLeft,
+                   metrics.elidedText(name_, Qt::ElideMiddle, bar.width()));
 }
 
 }  // namespace pv

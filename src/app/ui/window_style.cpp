@@ -8,28 +8,14 @@
 namespace pv {
 namespace {
 
+constexpr QRgb kDialogColour = 0xFF323232;
+constexpr QRgb kPanelColour = 0xFF464646;
+constexpr QRgb kTitleColour = 0xFF1E1E1E;
+constexpr QRgb kTextColour = 0xFFAAAAAA;
+constexpr QRgb kSelectionColour = 0xFFF07800;
 constexpr QRgb kFieldColour = 0xFF282828;
 constexpr QRgb kLightColour = 0xFF5A5A5A;
 constexpr QRgb kBrightTextColour = 0xFFE6E6E6;
-
-constexpr const char* kStyleSheet = R"(
-  #panel { background: #464646; }
-  #title { background: #1E1E1E; color: #AAAAAA; padding: 3px 8px; }
-  #panel QPushButton {
-    background: #505050; color: #C8C8C8; text-align: left; outline: none;
-    border: 1px solid #3A3A3A; border-radius: 2px; padding: 3px 8px;
-  }
-  #panel QPushButton:hover { background: #5F5F5F; color: #E6E6E6; border-color: #9B9B9B; }
-  #panel QPushButton:pressed, #panel QPushButton:checked {
-    background: #F07800; color: #1E1E1E; border-color: #F07800;
-  }
-  #panel QPushButton:checked:hover { background: #FF8A14; }
-  #panel QPushButton:focus { border-color: #E6E6E6; }
-  #panel QPushButton:disabled { color: #6C6C6C; background: #484848; }
-  QToolTip {
-    background: #1E1E1E; color: #AAAAAA; border: 1px solid #9B9B9B; padding: 4px;
-  }
-)";
 
 QPalette darkPalette() {
   QPalette palette;
@@ -64,7 +50,6 @@ void applyDarkStyle() {
   font.setFamilies({"Verdana", "DejaVu Sans"});
   font.setPixelSize(12);
   QApplication::setFont(font);
-  qApp->setStyleSheet(kStyleSheet);
 }
 
 }  // namespace pv

@@ -18,18 +18,18 @@ class ButtonAccess : public QAccessibleWidget {
   ButtonAccess(QAbstractButton& button, QAccessible::Role role)
       : QAccessibleWidget(&button, role), button_(button) {}
 
-  QString text(QAccessible::Text kind) const override {
+  [[nodiscard]] QString text(QAccessible::Text kind) const override {
     const QString text = QAccessibleWidget::text(kind);
     return kind == QAccessible::Name && text.isEmpty() ? button_.text() : text;
   }
-  QAccessible::State state() const override {
+  [[nodiscard]] QAccessible::State state() const override {
     QAccessible::State state = QAccessibleWidget::state();
     state.checkable = button_.isCheckable();
     state.checked = button_.isChecked();
     state.pressed = button_.isDown();
     return state;
   }
-  QStringList actionNames() const override {
+  [[nodiscard]] QStringList actionNames() const override {
     const bool enabled = button_.isEnabled();
     return (enabled ? QStringList(action()) : QStringList()) + QAccessibleWidget::actionNames();
   }
@@ -42,7 +42,7 @@ class ButtonAccess : public QAccessibleWidget {
   }
 
  private:
-  QString action() const {
+  [[nodiscard]] QString action() const {
     return role() == QAccessible::CheckBox ? toggleAction() : pressAction();
   }
 
@@ -54,7 +54,7 @@ class StripAccess : public QAccessibleWidget {
   explicit StripAccess(PageStrip& strip)
       : QAccessibleWidget(&strip, QAccessible::Button), strip_(strip) {}
 
-  QStringList actionNames() const override {
+  [[nodiscard]] QStringList actionNames() const override {
     return QStringList{pressAction(), previousPageAction()} + QAccessibleWidget::actionNames();
   }
   void doAction(const QString& name) override {
@@ -83,19 +83,19 @@ class ValueAccess : public QAccessibleWidget, public QAccessibleValueInterface {
     }
     return QAccessibleWidget::interface_cast(type);
   }
-  QString text(QAccessible::Text kind) const override {
+  [[nodiscard]] QString text(QAccessible::Text kind) const override {
     return kind == QAccessible::Value ? QString::number(control_.value())
                                       : QAccessibleWidget::text(kind);
   }
-  QVariant currentValue() const override { return control_.value(); }
+  [[nodiscard]] QVariant currentValue() const override { return control_.value(); }
   void setCurrentValue(const QVariant& value) override {
     if (control_.isEnabled()) {
       control_.moveTo(value.toInt());
     }
   }
-  QVariant maximumValue() const override { return control_.high(); }
-  QVariant minimumValue() const override { return control_.low(); }
-  QVariant minimumStepSize() const override { return 1; }
+  [[nodiscard]] QVariant maximumValue() const override { return control_.high(); }
+  [[nodiscard]] QVariant minimumValue() const override { return control_.low(); }
+  [[nodiscard]] QVariant minimumStepSize() const override { return 1; }
 
  private:
   CSpinCombo& control_;

@@ -29,7 +29,8 @@ class ChoiceDelegate : public QStyledItemDelegate {
                       index.data().toString());
   }
 
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                               const QModelIndex& index) const override {
     const int width = option.fontMetrics.horizontalAdvance(index.data().toString());
     return {width + 2 * Skin::kRhythm, 3 * Skin::kRhythm - 2};
   }
@@ -78,7 +79,7 @@ void ListSelector::paintEvent(QPaintEvent* /*event*/) {
   painter.text(inside.adjusted(Skin::kRhythm, 0, -kArrowRoom, 0), Qt::AlignLeft, currentText(),
                brightColour(skin), font());
   const QRectF pixels(painter.bounds());
-  const QPointF tip(pixels.right() - painter.pixels(kArrowRoom / 2), pixels.center().y() + 0.5);
+  const QPointF tip(pixels.right() - painter.pixels(kArrowRoom / 2.0), pixels.center().y() + 0.5);
   const double unit = painter.scale();
   painter.stroke(
       {{tip + QPointF(-4, -2) * unit, tip + QPointF(0, 2) * unit, tip + QPointF(4, -2) * unit}},

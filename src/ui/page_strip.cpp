@@ -107,7 +107,9 @@ void PageStrip::keyPressEvent(QKeyEvent* event) {
   const bool plain = (event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == 0;
   if (!plain || count == 0) {
     QWidget::keyPressEvent(event);
-  } else if (key == Qt::Key_Left) {
+    return;
+  }
+  if (key == Qt::Key_Left) {
     emit tabRequested((current_ + count - 1) % count);
   } else if (key == Qt::Key_Right) {
     emit tabRequested((current_ + 1) % count);

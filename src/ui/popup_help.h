@@ -23,6 +23,10 @@ class CPopup : public QObject {
  public:
   explicit CPopup(const UiContext& context, QObject* parent = nullptr);
   ~CPopup() override;
+  CPopup(const CPopup&) = delete;
+  CPopup& operator=(const CPopup&) = delete;
+  CPopup(CPopup&&) = delete;
+  CPopup& operator=(CPopup&&) = delete;
 
   /// An empty text takes the control out again.
   void attach(QWidget* control, const QString& help);

@@ -48,10 +48,13 @@ bool projectPlainPerspective(const VectorStreams& positions, const ShapeProjecti
 void projectMesh(const ShapeMesh& mesh, ViewProjector& projector, const ShapeProjection& projection,
                  std::vector<PixelPoint>& projected) {
   const MeshSlot* slot = mesh.current();
-  projected.resize(slot == nullptr ? 0 : slot->position.size());
+  if (slot == nullptr) {
+    projected.clear();
+    return;
+  }
+  projected.resize(slot->position.size());
   const bool perspective = projection.mode == ViewMode::Perspective;
-  if (slot != nullptr && perspective &&
-      projectPlainPerspective(slot->position, projection, projected)) {
+  if (perspective && projectPlainPerspective(slot->position, projection, projected)) {
     return;
   }
   for (std::size_t i = 0; i < projected.size(); ++i) {

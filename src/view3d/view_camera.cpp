@@ -39,10 +39,12 @@ bool dragCamera(ViewCamera& camera, CameraTool tool, std::int32_t dx, std::int32
           std::clamp(camera.distance + static_cast<float>(std::int64_t{dy} - dx) / 80.0F,
                      kMinCameraDistance, kMaxCameraDistance);
       break;
-    case CameraTool::Roll:
-      camera.roll = std::clamp(camera.roll + static_cast<float>((std::int64_t{dx} + dy) / 2),
-                               kMinCameraRoll, kMaxCameraRoll);
+    case CameraTool::Roll: {
+      const std::int64_t half = (std::int64_t{dx} + dy) / 2;  // whole degrees, towards zero
+      camera.roll =
+          std::clamp(camera.roll + static_cast<float>(half), kMinCameraRoll, kMaxCameraRoll);
       break;
+    }
   }
   return camera != before;
 }

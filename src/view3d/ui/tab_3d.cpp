@@ -41,7 +41,7 @@ CTab3d::CTab3d(const UiContext& context, QWidget* parent) : QWidget(parent), con
   // A view on its own zooms; on the page the first tool is the chosen one.
   view_->view().setCameraTool(CameraTool::Rotate);
   showChoices();
-  resize(sizeHint());
+  resize(CTab3d::sizeHint());
 }
 
 void CTab3d::setShape(const ShapeRecord& shape) {

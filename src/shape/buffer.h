@@ -34,7 +34,7 @@ class Buffer {
 
   /// The first min(old, new) values are kept. False, and empty, without memory.
   [[nodiscard]] bool resize(std::size_t size) {
-    const bool wasteful = capacity_ > kSmall && size < capacity_ / 8;
+    const bool wasteful = capacity_ > kSmall && size < capacity_ / kSpareRatio;
     if (size > capacity_ || wasteful) {
       std::unique_ptr<T[]> grown(new (std::nothrow) T[size]);
       if (!grown) {
@@ -61,6 +61,9 @@ class Buffer {
 
  private:
   static constexpr std::size_t kSmall = std::size_t{1} << 20U;  // never worth giving back
+  // Every edit shrinks a mesh to one instance and grows it again to 21 at most,
+  // which must not cost an allocation.
+  static constexpr std::size_t kSpareRatio = 32;
 
   std::unique_ptr<T[]> data_;
   std::size_t size_ = 0;

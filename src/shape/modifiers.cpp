@@ -1,5 +1,6 @@
 #include "shape/modifiers.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "math/scalar.h"
@@ -26,13 +27,29 @@ struct Positions {
   std::size_t count;
 };
 
+// Block by block through arrays of its own: `from` and `to` may be the same
+// streams, and only so can the compiler see that no store changes what it reads.
 void transformPositions(const VectorStreams& from, const Positions& to, const Matrix4& matrix,
                         Vec3 move) {
-  for (std::size_t i = 0; i < to.count; ++i) {
-    const Vec3 p = D3DXVec3Transform(from.at(i), matrix) + move;
-    to.x[i] = p.x;
-    to.y[i] = p.y;
-    to.z[i] = p.z;
+  constexpr std::size_t kBlock = 256;
+  float blockX[kBlock];
+  float blockY[kBlock];
+  float blockZ[kBlock];
+  const Matrix4 m = matrix;
+  for (std::size_t first = 0; first < to.count; first += kBlock) {
+    const std::size_t count = std::min(kBlock, to.count - first);
+    const float* x = from.x.data() + first;
+    const float* y = from.y.data() + first;
+    const float* z = from.z.data() + first;
+    for (std::size_t i = 0; i < count; ++i) {
+      const Vec3 p = D3DXVec3Transform({x[i], y[i], z[i]}, m) + move;
+      blockX[i] = p.x;
+      blockY[i] = p.y;
+      blockZ[i] = p.z;
+    }
+    std::copy_n(blockX, count, to.x + first);
+    std::copy_n(blockY, count, to.y + first);
+    std::copy_n(blockZ, count, to.z + first);
   }
 }
 

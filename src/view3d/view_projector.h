@@ -44,7 +44,8 @@ class ViewProjector {
   /// Nothing for a point that is not a number.
   [[nodiscard]] std::optional<PixelPoint> projectFlat(Vec3 point, FlatMode mode,
                                                       PixelPoint origin) const;
-  /// Camera-space depth of the last point that was projected in perspective.
+  /// Camera-space depth of the last point that was projected here in perspective;
+  /// whole meshes are projected elsewhere.
   [[nodiscard]] float lastDepth() const { return lastDepth_; }
 
   /// No squares, and nothing hovered.

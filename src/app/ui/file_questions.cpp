@@ -44,7 +44,7 @@ QString askShapeToSave(QWidget* parent, const QString& folder, const QString& na
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
   dialog.selectFile(name);
   while (dialog.exec() == QDialog::Accepted) {
-    const QString chosen = withoutSuffix(dialog.selectedFiles().value(0));
+    QString chosen = withoutSuffix(dialog.selectedFiles().value(0));
     if (mayReplace(parent, chosen + kSuffix)) {
       return chosen;
     }
@@ -54,7 +54,7 @@ QString askShapeToSave(QWidget* parent, const QString& folder, const QString& na
 
 QString draggedShape(const QMimeData& data) {
   for (const QUrl& url : data.urls()) {
-    const QString file = url.toLocalFile();
+    QString file = url.toLocalFile();
     if (file.endsWith(kSuffix, Qt::CaseInsensitive)) {
       return file;
     }

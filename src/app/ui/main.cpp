@@ -40,8 +40,9 @@ QIcon windowIcon() {
 
 int main(int argc, char** argv) {
   const auto parsed = pv::parseArguments(argc, argv);
-  if (const int* status = std::get_if<int>(&parsed)) {
-    return *status;
+  const auto* arguments = std::get_if<pv::Arguments>(&parsed);
+  if (arguments == nullptr) {
+    return *std::get_if<int>(&parsed);
   }
   // A second copy ends without a word.
   const pv::InstanceLock lock(pv::userRuntimeFolder(), kInstanceName);
@@ -62,15 +63,14 @@ int main(int argc, char** argv) {
   QApplication::setWindowIcon(windowIcon());
   pv::applyDarkStyle();
 
-  const auto& arguments = std::get<pv::Arguments>(parsed);
   const auto module = pv::moduleName();
-  const std::string folder = arguments.root.empty() ? pv::applicationFolder(module)
-                                                    : pv::applicationFolderAt(arguments.root);
+  const std::string folder = arguments->root.empty() ? pv::applicationFolder(module)
+                                                     : pv::applicationFolderAt(arguments->root);
   pv::makeLibraryFolders(folder);
   pv::UserRegistry registry(pv::userConfigFolder());
   pv::MainDialog dialog({folder, pv::helpPath(module)}, registry);
-  if (!arguments.file.empty()) {
-    dialog.openFile(QString::fromLocal8Bit(arguments.file));
+  if (!arguments->file.empty()) {
+    dialog.openFile(QString::fromLocal8Bit(arguments->file));
   }
   dialog.show();
   return QCoreApplication::exec();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include <QDragEnterEvent>
 #include <QKeyEvent>
@@ -41,6 +42,10 @@ constexpr DialogRect kCancel{559, 402, 50, 14};
 
 constexpr QSize kLeastSize(320, 200);
 
+// Of the emitter page.
+constexpr int kLoadRequest = 1;
+constexpr int kSaveRequest = 2;
+
 QRect toRect(DialogRect r) {
   return {r.x, r.y, r.width, r.height};
 }
@@ -56,10 +61,12 @@ QString toText(std::string_view text) {
 // Every field as wide as its neighbours, so that the line stands still in a drag.
 QString modifierText(ModifierKind kind, const ModifierTable& values) {
   constexpr QChar kFigureSpace(0x2007);
+  constexpr int kWidth = 11;
   QString text = toText(traits(kind).name);
   const Vec3& triple = values[kind];
   for (const auto& [axis, value] : {std::pair("X", triple.x), {"Y", triple.y}, {"Z", triple.z}}) {
-    text += QString("   %1 %2").arg(axis).arg(static_cast<double>(value), 7, 'f', 2, kFigureSpace);
+    const QString field = QString("%1 %2").arg(axis).arg(static_cast<double>(value), 0, 'f', 2);
+    text += field.rightJustified(kWidth, kFigureSpace);
   }
   return text;
 }
@@ -114,6 +121,7 @@ MainDialog::~MainDialog() {
 
 void MainDialog::buildLeftPanel() {
   std::vector<PageStrip::Tab> tabs;
+  tabs.reserve(kStripTabs.size());
   for (const StripTab& tab : kStripTabs) {
     tabs.push_back({toText(tab.text), std::string(tab.image)});
   }
@@ -128,6 +136,11 @@ void MainDialog::buildLeftPanel() {
   leftHost_->setObjectName("8022");
   emitter_ = new CTabEmitter(context_);
   connect(emitter_, &CTabEmitter::command, this, &MainDialog::emitterCommand);
+  // Queued, so that a file dialog does not hold up the page's notification.
+  connect(
+      this, &MainDialog::fileRequested, this,
+      [this](int request) { request == kLoadRequest ? loadShape() : saveShape(); },
+      Qt::QueuedConnection);
   // In the order of LeftPage.
   leftHost_->addWidget(new QuietPage(context_, tr("The libraries are not part of this version.")));
   leftHost_->addWidget(emitter_);
@@ -163,10 +176,10 @@ void MainDialog::connectModifiers() {
 }
 
 void MainDialog::addKeys() {
-  connect(new QShortcut(QKeySequence::Open, this), &QShortcut::activated, this,
-          &MainDialog::loadShape);
-  connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
-          &MainDialog::saveShape);
+  auto* load = new QShortcut(QKeySequence::Open, this);
+  connect(load, &QShortcut::activated, this, &MainDialog::loadShape);
+  auto* save = new QShortcut(QKeySequence::Save, this);
+  connect(save, &QShortcut::activated, this, &MainDialog::saveShape);
   // A file dropped on a number field is meant for the window.
   for (auto* field : desk_->findChildren<QLineEdit*>()) {
     field->setAcceptDrops(false);
@@ -210,19 +223,12 @@ void MainDialog::showPage(LeftPage page) {
 // --- the current shape ---------------------------------------------------------
 
 void MainDialog::emitterCommand() {
-  constexpr int kLoad = 1;
-  constexpr int kSave = 2;
-  switch (emitter_->pendingRequest()) {
-    case kLoad:
-      // After the notification, so that the page is not held up by the dialog.
-      QMetaObject::invokeMethod(this, &MainDialog::loadShape, Qt::QueuedConnection);
-      return;
-    case kSave:
-      QMetaObject::invokeMethod(this, &MainDialog::saveShape, Qt::QueuedConnection);
-      return;
-    default:
-      collectEmitterPage();
+  const int request = emitter_->pendingRequest();
+  if (request == kLoadRequest || request == kSaveRequest) {
+    emit fileRequested(request);
+    return;
   }
+  collectEmitterPage();
   if (emitter_->editPathRequest() == 1) {
     emitter_->releaseEditPath();
   }

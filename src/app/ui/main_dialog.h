@@ -34,6 +34,7 @@ struct MainDialogSetup {
 /// once and writes when it is destroyed; shown; closed, which ends the program.
 class MainDialog : public QWidget {
   Q_OBJECT
+  Q_DISABLE_COPY_MOVE(MainDialog)
 
  public:
   MainDialog(const MainDialogSetup& setup, UserRegistry& registry);
@@ -45,6 +46,10 @@ class MainDialog : public QWidget {
 
   [[nodiscard]] LeftPage page() const { return page_; }
   void showPage(LeftPage page);
+
+ signals:
+  /// The emitter page's request for a file, 1 to load and 2 to save.
+  void fileRequested(int request);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -16,7 +16,7 @@ void QuietPage::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), context_.skin.panel);
   painter.setFont(context_.skin.font);
-  painter.setPen(context_.skin.text.darker(140));
+  painter.setPen(context_.skin.text);
   painter.drawText(rect().adjusted(Skin::kRhythm, 0, -Skin::kRhythm, 0),
                    Qt::AlignCenter | Qt::TextWordWrap, text_);
 }

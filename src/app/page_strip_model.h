@@ -4,10 +4,11 @@
 #include <string>
 #include <string_view>
 
+#include "app/panel_pages.h"
+
 namespace pv {
 
-/// The left panel's pages that the strip cycles through, by their index.
-enum class LeftPage : int { Library, Emitter, Particles, Forces };
+/// The left panel's first pages are those that the strip cycles through.
 inline constexpr int kStripPages = 4;
 
 struct StripTab {

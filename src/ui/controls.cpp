@@ -1,6 +1,7 @@
 #include "ui/controls.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QKeyEvent>
 #include <QPointer>
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int kTickBox = 14;
 constexpr int kRowHeight = 20;
+constexpr int kHeaderImage = 24;
 
 QPalette paletteFrom(const Skin& skin, const QColor& behind) {
   QPalette palette;
@@ -43,16 +45,31 @@ void SectionHeader::setText(const QString& text) {
   update();
 }
 
+void SectionHeader::setImage(std::string image) {
+  image_.setName(std::move(image));
+  updateGeometry();
+  update();
+}
+
 QSize SectionHeader::sizeHint() const {
-  return {fontMetrics().horizontalAdvance(text_) + 2 * Skin::kRhythm, kRowHeight};
+  const int width = fontMetrics().horizontalAdvance(text_) + 2 * Skin::kRhythm;
+  return image_.name().empty() ? QSize(width, kRowHeight)
+                               : QSize(width + kHeaderImage, kHeaderImage + 4);
 }
 
 void SectionHeader::paintEvent(QPaintEvent* /*event*/) {
   const Skin& skin = context_.skin;
   PixelPainter painter(*this, skin);
-  painter.box(painter.bounds(), skin.title, skin.title);
-  painter.text(QRectF(rect()).adjusted(Skin::kRhythm, 0, -Skin::kRhythm, 0), Qt::AlignLeft, text_,
-               skin.text, font());
+  QRectF bar = contentsRect();
+  painter.box(painter.pixels(bar), skin.title, skin.title);
+  bar.adjust(Skin::kRhythm, 0, -Skin::kRhythm, 0);
+  if (!image_.name().empty()) {
+    const QRectF place(bar.left() - 4, bar.center().y() - kHeaderImage / 2.0, kHeaderImage,
+                       kHeaderImage);
+    image_.paint(painter, context_.images, place);
+    bar.setLeft(place.right() + 4);
+  }
+  painter.text(bar, Qt::AlignLeft, text_, skin.text, font());
 }
 
 CheckBox::CheckBox(const UiContext& context, const QString& text, const QString& help,
@@ -80,8 +97,8 @@ void CheckBox::paintEvent(QPaintEvent* /*event*/) {
   QColor face = lit ? skin.selected : fieldColour(skin);
   face = hover && !isDown() ? Skin::hovered(face) : face;
   // Upright in whole pixels, so that the box is a square at every scale.
-  const int size = painter.pixels(kTickBox);
   const QRect all = painter.bounds();
+  const int size = std::min(painter.pixels(kTickBox), all.height());
   const QRect box(all.left() + painter.pixels(2), all.top() + (all.height() - size) / 2, size,
                   size);
   painter.box(box, face, lit ? face : hover ? skin.button : mixed(skin.panel, skin.button, 0.5));

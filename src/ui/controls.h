@@ -1,21 +1,26 @@
 #pragma once
 
+#include <string>
+
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
 #include <QWidget>
 
+#include "ui/pixel_painter.h"
 #include "ui/ui_context.h"
 
 namespace pv {
 
-/// A dark title bar over a group of controls.
+/// A dark title bar over a group of controls, inside its contents margins; with an
+/// image before the text where it has one.
 class SectionHeader : public QWidget {
   Q_OBJECT
 
  public:
   SectionHeader(const UiContext& context, const QString& text, QWidget* parent = nullptr);
   void setText(const QString& text);
+  void setImage(std::string image);
   [[nodiscard]] const QString& text() const { return text_; }
   [[nodiscard]] QSize sizeHint() const override;
 
@@ -25,6 +30,7 @@ class SectionHeader : public QWidget {
  private:
   const UiContext& context_;
   QString text_;
+  SkinImage image_;
 };
 
 /// A box with a tick and a text.

@@ -8,6 +8,8 @@
 namespace pv {
 namespace {
 
+constexpr int kIcon = 24;
+
 Corners cornersOf(ImageButton::Joint joint) {
   switch (joint) {
     case ImageButton::Joint::First:
@@ -58,7 +60,11 @@ void ImageButton::setJoint(Joint joint) {
 }
 
 QSize ImageButton::sizeHint() const {
-  return {36, 36};
+  if (text().isEmpty()) {
+    return {36, 36};
+  }
+  const int image = image_.name().empty() ? Skin::kRhythm : 8 + kIcon;
+  return {image + fontMetrics().horizontalAdvance(text()) + Skin::kRhythm, 4 * Skin::kRhythm};
 }
 
 void ImageButton::paintEvent(QPaintEvent* /*event*/) {
@@ -78,14 +84,27 @@ void ImageButton::paintEvent(QPaintEvent* /*event*/) {
     box.setLeft(box.left() - (hover || lit ? 0 : painter.line()));
   }
   painter.box(box, face, border, cornersOf(joint_));
-  const QRectF inside = QRectF(rect()).adjusted(2, 2, -2, -2);
-  const QColor tint = lit ? skin.title : QColor();
-  if (!image_.paint(painter, context_.images, inside, tint)) {
-    const QString letters = text().isEmpty() ? initialsOf(accessibleName()) : text();
-    painter.text(inside, Qt::AlignHCenter, letters, lit ? skin.title : brightColour(skin), font());
-  }
+  paintFace(painter, lit ? skin.title : QColor());
   if (hasFocus() && ring_) {
     painter.focusRing(painter.bounds(), cornersOf(joint_));
+  }
+}
+
+void ImageButton::paintFace(PixelPainter& painter, const QColor& tint) {
+  const QColor ink = tint.isValid() ? tint : brightColour(context_.skin);
+  const QRectF inside = QRectF(rect()).adjusted(2, 2, -2, -2);
+  if (text().isEmpty()) {
+    if (!image_.paint(painter, context_.images, inside, tint)) {
+      painter.text(inside, Qt::AlignHCenter, initialsOf(accessibleName()), ink, font());
+    }
+  } else if (image_.name().empty()) {
+    painter.text(inside, Qt::AlignHCenter, text(), ink, font());
+  } else {
+    // Texts of buttons beneath each other stand in line, with or without a drawing.
+    QRectF room(inside.left() + 2, inside.center().y() - kIcon / 2.0, kIcon, kIcon);
+    image_.paint(painter, context_.images, room, tint);
+    room.setCoords(room.right() + 4, inside.top(), inside.right() - Skin::kRhythm, inside.bottom());
+    painter.text(room, Qt::AlignLeft, text(), ink, font());
   }
 }
 

@@ -10,8 +10,9 @@
 namespace pv {
 
 /// A button that shows an image: flat, lighter under the pointer, orange with a
-/// dark image while pressed or checked, faded while disabled. Without an image
-/// file it shows its name's first letters. It is checkable on demand but never
+/// dark image while pressed or checked, faded while disabled. A text stands after
+/// the image, or in the middle where there is none; with neither it shows its
+/// name's first letters. It is checkable on demand but never
 /// checks itself: pages keep their own radio groups and toggles.
 class ImageButton : public QAbstractButton {
   Q_OBJECT
@@ -36,6 +37,8 @@ class ImageButton : public QAbstractButton {
   void nextCheckState() override {}
 
  private:
+  void paintFace(PixelPainter& painter, const QColor& tint);
+
   const UiContext& context_;
   SkinImage image_;
   Joint joint_ = Joint::Single;

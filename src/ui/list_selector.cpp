@@ -1,7 +1,9 @@
 #include "ui/list_selector.h"
 
 #include <algorithm>
+#include <cstdlib>
 
+#include <QKeyEvent>
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
 
@@ -12,31 +14,43 @@ namespace pv {
 namespace {
 
 constexpr int kArrowRoom = 20;
+constexpr int kMarkRoom = 16;
 
-/// A line of the open list: orange under the pointer.
+/// A line of the open list: orange under the pointer; the choice has a dot.
 class ChoiceDelegate : public QStyledItemDelegate {
  public:
-  ChoiceDelegate(const Skin& skin, QObject* parent) : QStyledItemDelegate(parent), skin_(skin) {}
+  ChoiceDelegate(const Skin& skin, QComboBox* owner)
+      : QStyledItemDelegate(owner), skin_(skin), owner_(*owner) {}
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override {
     const bool lit = (option.state & QStyle::State_Selected) != 0;
     painter->fillRect(option.rect, lit ? skin_.selected : skin_.title);
+    const bool chosen = index.row() == owner_.currentIndex();
+    const QColor ink = lit ? skin_.title : chosen ? brightColour(skin_) : skin_.text;
     painter->setFont(skin_.font);
-    painter->setPen(lit ? skin_.title : skin_.text);
-    painter->drawText(option.rect.adjusted(Skin::kRhythm, 0, -Skin::kRhythm, 0),
+    painter->setPen(ink);
+    painter->drawText(option.rect.adjusted(kMarkRoom, 0, -Skin::kRhythm, 0),
                       Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                       index.data().toString());
+    if (chosen) {
+      const QPointF middle(option.rect.left() + kMarkRoom / 2.0, QRectF(option.rect).center().y());
+      painter->setRenderHint(QPainter::Antialiasing);
+      painter->setPen(Qt::NoPen);
+      painter->setBrush(lit ? skin_.title : skin_.selected);
+      painter->drawEllipse(middle, 2.5, 2.5);
+    }
   }
 
   [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                const QModelIndex& index) const override {
     const int width = option.fontMetrics.horizontalAdvance(index.data().toString());
-    return {width + 2 * Skin::kRhythm, 3 * Skin::kRhythm - 2};
+    return {width + kMarkRoom + Skin::kRhythm, 3 * Skin::kRhythm - 2};
   }
 
  private:
   const Skin& skin_;
+  const QComboBox& owner_;
 };
 
 }  // namespace
@@ -84,17 +98,37 @@ void ListSelector::paintEvent(QPaintEvent* /*event*/) {
   painter.stroke(
       {{tip + QPointF(-4, -2) * unit, tip + QPointF(0, 2) * unit, tip + QPointF(4, -2) * unit}},
       1.5 * unit, brightColour(skin));
-  if (hasFocus()) {
+  if (hasFocus() && ring_) {
     painter.focusRing(painter.bounds());
   }
 }
 
 void ListSelector::wheelEvent(QWheelEvent* event) {
-  if (hasFocus()) {
-    QComboBox::wheelEvent(event);
-  } else {
+  if (!hasFocus()) {
     event->ignore();
+    return;
   }
+  // The toolkit would go on by a choice for every fraction of a notch.
+  constexpr int kNotch = 120;
+  wheelRest_ += event->angleDelta().y();
+  if (std::abs(wheelRest_) >= kNotch) {
+    wheelRest_ %= kNotch;
+    QComboBox::wheelEvent(event);
+  }
+  event->accept();
+}
+
+void ListSelector::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    showPopup();
+  } else {
+    QComboBox::keyPressEvent(event);
+  }
+}
+
+void ListSelector::focusInEvent(QFocusEvent* event) {
+  noteFocus(ring_, *event);
+  QComboBox::focusInEvent(event);
 }
 
 }  // namespace pv

@@ -7,7 +7,9 @@
 namespace pv {
 
 /// One choice of a short list, painted in the skin; a combo box to assistive
-/// tools. The wheel changes it only while it has the focus.
+/// tools. A click, Space, Enter, F4 or Alt+Down opens the list, in which the choice
+/// bears a mark; arrow keys and first letters choose without opening it. The wheel
+/// changes it only while it has the focus, by one choice a notch.
 class ListSelector : public QComboBox {
   Q_OBJECT
 
@@ -19,9 +21,13 @@ class ListSelector : public QComboBox {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
 
  private:
   const UiContext& context_;
+  int wheelRest_ = 0;  ///< eighths of a degree that do not make a notch yet
+  bool ring_ = false;
 };
 
 }  // namespace pv

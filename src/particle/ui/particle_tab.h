@@ -42,10 +42,10 @@ class CParticleTab : public QWidget {
   void build();
   void buildHeader(const ParticleText& row);
   TextLabel* buildLabel(const ParticleText& row);
-  void buildSelector(const ParticleSelector& row);
+  void buildSelector(const ParticleSelector& row, ParticleSource which);
   CSpinCombo* buildSlider(const ParticleSlider& row, ParticleRange range);
   QAbstractButton* buildCheck(const ParticleCheck& row, bool ParticleSettings::*value);
-  void buildAutoRandom();
+  void buildAutoRandoms();
 
   template <typename Control>
   Control* place(Control* control, int id, const DialogRect& rect);

@@ -30,13 +30,16 @@ class QuietScrollBar : public QScrollBar {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void hideEvent(QHideEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void sliderChange(SliderChange change) override;
 
  private:
   [[nodiscard]] double handleLength() const;
+  void dragTo(double y);
   void release();
 
   const UiContext& context_;
-  double grip_ = 0;  ///< of the pointer below the handle's upper edge, while dragging
+  double grip_ = 0;     ///< of the pointer below the handle's upper edge, while dragging
+  double pointer_ = 0;  ///< where the bar was pressed
 };
 
 }  // namespace pv

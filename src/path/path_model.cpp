@@ -77,6 +77,16 @@ void PathModel::setHighlight(std::int32_t index, bool flag) {
   }
 }
 
+void PathModel::setSelected(std::int32_t index, bool flag) {
+  if (index >= 0 && index < count_) {
+    selected_[slot(index)] = flag;
+  }
+}
+
+std::int32_t PathModel::selectedCount() const {
+  return static_cast<std::int32_t>(std::count(selected_.begin(), selected_.begin() + count_, true));
+}
+
 void PathModel::clearFlags() {
   for (std::size_t i = 0; i < slot(count_); ++i) {
     clearFlags(i);

@@ -60,6 +60,9 @@ class PathModel {
   void setHighlight(std::int32_t index, bool flag);
   /// Nothing selected, nothing highlighted.
   void clearFlags();
+  /// Ignored outside the path.
+  void setSelected(std::int32_t index, bool flag);
+  [[nodiscard]] std::int32_t selectedCount() const;
 
   void projectAll(const PathViewport& view);
   /// Makes the current positions of the selected points their drag start.
@@ -85,7 +88,10 @@ class PathModel {
   /// About the path's origin; right and up enlarge.
   void scaleSelected(const PathViewport& view, std::int32_t dx, std::int32_t dy,
                      PathScaleAxes axes);
+  /// At once, and as the new drag start; in path units of the view's axes.
+  void shiftSelected(const PathViewport& view, float across, float up);
   void deleteSelected();
+  void removeLast() { count_ -= count_ > 0 ? 1 : 0; }
   /// Halves segment `index`; false when there is none or the path is full. The
   /// points' screen positions are those of the next projection.
   bool insertAfter(std::int32_t index);
@@ -98,10 +104,14 @@ class PathModel {
   [[nodiscard]] PixelPoint nextVertexPixel() const { return nextVertexPixel_; }
   /// For the very first point.
   void setNextVertexFromMouse(const PathViewport& view, ScreenPoint mouse);
+  /// For all others: as a rubber band to the mouse position would.
+  void setNextVertexFromBand(const PathViewport& view, ScreenPoint mouse);
 
   // --- drawing -------------------------------------------------------------
   /// Grid, segments and markers. Stores the positions that it draws at.
   void draw(RasterCanvas& canvas, const PathViewport& view);
+  /// The same without grid and markers.
+  void drawSegments(RasterCanvas& canvas, const PathViewport& view);
   /// An outline between two corners.
   static void drawSelectionRect(RasterCanvas& canvas, ScreenPoint a, ScreenPoint b);
   /// Remembers the mouse position; when there is a point already, also places
@@ -120,6 +130,7 @@ class PathModel {
   std::optional<PixelPoint> projectSlot(const PathViewport& view, std::size_t index);
   [[nodiscard]] std::optional<ScreenPoint> shownAt(std::size_t index) const;
   void clearFlags(std::size_t index);
+  void drawPoints(RasterCanvas& canvas, const PathViewport& view, bool markers);
   [[nodiscard]] std::int32_t scaled(std::int32_t pixels) const;
   void drawMarker(RasterCanvas& canvas, PixelPoint at, std::size_t index) const;
 

@@ -36,6 +36,16 @@ void PathModel::draw(RasterCanvas& canvas, const PathViewport& view) {
     return;
   }
   drawPathGrid(canvas, view);
+  drawPoints(canvas, view, true);
+}
+
+void PathModel::drawSegments(RasterCanvas& canvas, const PathViewport& view) {
+  if (width_ >= 0) {
+    drawPoints(canvas, view, false);
+  }
+}
+
+void PathModel::drawPoints(RasterCanvas& canvas, const PathViewport& view, bool markers) {
   std::optional<PixelPoint> next;
   for (std::size_t i = 0; i < slot(count_); ++i) {
     const auto at = i == 0 ? projectSlot(view, i) : next;
@@ -44,7 +54,7 @@ void PathModel::draw(RasterCanvas& canvas, const PathViewport& view) {
       canvas.setColour(highlighted_[i] ? kHighlightColour : kSegmentColour);
       canvas.line(at->x, at->y, next->x, next->y);
     }
-    if (at) {
+    if (at && markers) {
       drawMarker(canvas, *at, i);
     }
   }
@@ -65,9 +75,7 @@ void PathModel::drawRubberBand(RasterCanvas& canvas, const PathViewport& view, S
   if (count_ == 0) {
     return;
   }
-  const ScreenPoint pan = view.wholePan();
-  nextVertexPixel_ = {nearPixel(std::int64_t{lastMouse_.x} - pan.x),
-                      nearPixel(std::int64_t{lastMouse_.y} + pan.y)};
+  setNextVertexFromBand(view, mouse);
   if (const auto last = projectSlot(view, slot(count_ - 1))) {
     canvas.line(last->x, last->y, lastMouse_.x, lastMouse_.y);
   }

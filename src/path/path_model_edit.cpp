@@ -73,6 +73,16 @@ void PathModel::scaleSelected(const PathViewport& view, std::int32_t dx, std::in
   }
 }
 
+void PathModel::shiftSelected(const PathViewport& view, float across, float up) {
+  for (std::size_t i = 0; i < slot(count_); ++i) {
+    if (selected_[i]) {
+      points_[i].axis(view.horizontalAxis()) += across;
+      points_[i].axis(view.verticalAxis()) += up;
+      startPoints_[i] = points_[i];
+    }
+  }
+}
+
 void PathModel::deleteSelected() {
   std::size_t kept = 0;
   for (std::size_t i = 0; i < slot(count_); ++i) {
@@ -132,6 +142,12 @@ bool PathModel::appendAt(const PathViewport& view) {
 void PathModel::setNextVertexFromMouse(const PathViewport& view, ScreenPoint mouse) {
   nextVertexPixel_ = {truncate(static_cast<float>(mouse.x) - view.pan.axis(view.horizontalAxis())),
                       truncate(static_cast<float>(mouse.y) - view.pan.axis(view.verticalAxis()))};
+}
+
+void PathModel::setNextVertexFromBand(const PathViewport& view, ScreenPoint mouse) {
+  const PixelPoint at = view.toDrawing(mouse);
+  const ScreenPoint pan = view.wholePan();
+  nextVertexPixel_ = {nearPixel(std::int64_t{at.x} - pan.x), nearPixel(std::int64_t{at.y} + pan.y)};
 }
 
 }  // namespace pv

@@ -42,6 +42,8 @@ inline constexpr float kPathMaxZoom = 5.0F;
 /// dropped, and no point is added or deleted.
 class PathView {
  public:
+  PathView() { path_.setSnapDivisions(snapDivisions_); }
+
   // --- the path ------------------------------------------------------------
   [[nodiscard]] const PathModel& path() const { return path_; }
   /// Replaces the path; nothing is selected and the undo history is empty.
@@ -123,32 +125,41 @@ class PathView {
   [[nodiscard]] PathReadout readout() const;
 
  private:
-  PathResponse respond(bool repaint, bool pathChanged = false) const;
+  [[nodiscard]] PathResponse respond(bool repaint, bool pathChanged = false) const;
   void chooseCursor();
+  void refreshHover();
+  void forgetHover();
 
-  void hoverSegment(ScreenPoint position, bool& redraw);
-  bool dragSelection(ScreenPoint distance);
-  bool dragOther(ScreenPoint distance);
   PathResponse moveTool(ScreenPoint position);
   PathResponse moveGrab(ScreenPoint position);
-  PathResponse moveMiddle(ScreenPoint position);
   void startGrab(ScreenPoint position);
-  void dragPan(ScreenPoint position);
+  bool hoverSegment(ScreenPoint position);
+  /// Whether the button's drag moves or scales the selection.
+  [[nodiscard]] bool dragsSelection() const;
+  void dragSelection(ScreenPoint distance);
+  void dragOther(ScreenPoint distance);
   void releaseTool();
-  void releaseGrab();
+  void releaseGrab(bool ctrl);
   void appendPoint();
-  [[nodiscard]] bool movesSelection() const;
 
+  PathResponse pressDelete();
+  PathResponse pressBackspace();
+  PathResponse pressEscape();
+  PathResponse pressArrow(PathKey key);
+  void deleteSelected();
+
+  /// Makes what the drag moved permanent.
+  void commitDrag();
+  /// Ends a drag, keeping what it did but for a selection rectangle.
   void endDrag();
+  /// Takes back a drag; whether that changed the path.
   bool cancelDrag();
-  void forgetHover();
-  [[nodiscard]] bool deleteSelected();
-  [[nodiscard]] bool removeLast();
-  [[nodiscard]] bool nudge(PathKey key);
 
   [[nodiscard]] PathSnapshot snapshot() const;
   void show(const PathSnapshot& snapshot);
-  void beginStep();
+  PathResponse travel(const std::optional<PathSnapshot>& to, bool changed);
+  void beginStep() { before_ = snapshot(); }
+  /// Whether the path has changed since beginStep.
   bool endStep(std::string_view label);
 
   RasterCanvas startFrame();

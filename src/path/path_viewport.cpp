@@ -30,6 +30,22 @@ std::optional<PixelPoint> PathViewport::project(Vec3 point) const {
   return PixelPoint{nearPixel(x), nearPixel(y)};
 }
 
+std::optional<Vec3> PathViewport::unproject(ScreenPoint screen) const {
+  const float unitAcross = zoom * (static_cast<float>(width) / 2.0F);
+  const float unitUp = zoom * (static_cast<float>(height) / 2.0F);
+  if (!(unitAcross > 0.0F) || !(unitUp > 0.0F)) {
+    return std::nullopt;
+  }
+  const PixelPoint at = toDrawing(screen);
+  const ScreenPoint moved = wholePan();
+  const std::int64_t x = std::int64_t{at.x} - width / 2 - moved.x;
+  const std::int64_t y = (std::int64_t{at.y} - height / 2 + moved.y) * verticalSign();
+  Vec3 point;
+  point.axis(horizontalAxis()) = static_cast<float>(x) / unitAcross;
+  point.axis(verticalAxis()) = static_cast<float>(y) / unitUp;
+  return point;
+}
+
 PixelPoint PathViewport::toDrawing(ScreenPoint screen) const {
   return {nearPixel(screen.x), nearPixel(std::int64_t{height} - screen.y)};
 }

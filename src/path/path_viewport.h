@@ -48,6 +48,10 @@ struct PathViewport {
   /// this view is not a number.
   [[nodiscard]] std::optional<PixelPoint> project(Vec3 point) const;
 
+  /// Point of space under a screen position, 0 along the axis that does not show;
+  /// none in a view without size or zoom.
+  [[nodiscard]] std::optional<Vec3> unproject(ScreenPoint screen) const;
+
   /// Between screen and drawing positions; its own inverse but for the type.
   [[nodiscard]] PixelPoint toDrawing(ScreenPoint screen) const;
   [[nodiscard]] ScreenPoint toScreen(PixelPoint drawing) const;

@@ -69,7 +69,7 @@ class CTagCloud {
   /// Every tag anew from the ".tag" files, in byte order. Files that vanish on
   /// the way yield a tag without links. Returns how many files found no room.
   std::size_t loadAll();
-  /// Writes every tag, dirty or not. True when no valid tag is unsaved now.
+  /// Writes every tag, dirty or not. False when one could not be written.
   bool saveAll();
   /// The same for those only that differ from the disk.
   bool saveUnsaved();
@@ -120,10 +120,11 @@ class CTagCloud {
   void linkFileToSelected(std::string_view libraryFolder, std::string_view fileName);
   /// To every selected tag, also where it is linked already.
   void linkFileToSelectedSimple(std::string_view fileName);
-  /// Unless a link starts with the name; the tag is dirty in any case.
+  /// Unless a link starts with the name; the tag is dirty in any case. An index out
+  /// of range is ignored, here and below.
   void linkFileToTag(std::string_view fileName, std::int32_t index);
   /// From every tag the links that start with the name; of two such in a row the
-  /// second stays until the next call.
+  /// second stays until the next call. An empty name unlinks nothing.
   void unlinkFile(std::string_view fileName);
   /// From one tag all links that start with the name.
   void unlinkFileFromTag(std::string_view fileName, std::int32_t index);
@@ -152,8 +153,7 @@ class CTagCloud {
     return entries_[static_cast<std::size_t>(index)];
   }
   void updateWeights();
-  void selectOrAdd(const std::string& name);
-  void readTag(std::string_view fileName);
+  void readTag(std::string_view name);
   bool saveEntry(std::int32_t index);
 
   CDiskObject disk_;

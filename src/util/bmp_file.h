@@ -43,7 +43,7 @@ inline constexpr std::size_t kMaxBmpFileBytes = std::size_t{1} << 26;
                                                std::span<const std::uint32_t> colours,
                                                std::span<const std::byte> pixels);
 
-/// A 24-bit file; alpha is dropped. `words` holds width * height.
+/// A 24-bit file; alpha is dropped, missing words are black. Sides of 0..kMaxBmpSide.
 [[nodiscard]] std::vector<std::byte> encodeBmp(const BmpPicture& picture);
 
 /// Uncompressed pictures of 1, 4, 8, 16, 24 and 32 bits, bottom-up and top-down;

@@ -20,7 +20,10 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+using DocumentLoader = Result<LoadedDocument> (*)(const std::string& name);
+
 struct InfoOptions {
+  DocumentLoader load = nullptr;
   std::vector<std::string> files;
   bool json = false;
 };
@@ -103,7 +106,7 @@ void writeText(const std::string& file, const LoadedDocument& document, std::ost
 void showInfo(const InfoOptions& options, CliRun& run) {
   Json entries = Json::array();
   for (const std::string& file : options.files) {
-    const auto document = loadDocument(file);
+    const auto document = options.load(file);
     if (!document) {
       run.fail(document.error());
     } else if (options.json) {
@@ -120,18 +123,36 @@ void showInfo(const InfoOptions& options, CliRun& run) {
   }
 }
 
+Result<LoadedDocument> loadPathDocument(const std::string& name) {
+  const auto path = loadPath(name);
+  if (!path) {
+    return path.error();
+  }
+  return LoadedDocument{path.value()};
+}
+
+void addInfoOptions(CLI::App& command, DocumentLoader load, const std::string& files, CliRun& run) {
+  auto options = std::make_shared<InfoOptions>();
+  options->load = load;
+  command.add_option("FILE", options->files, files)->type_name("")->required();
+  command.add_flag("--json", options->json, "One JSON array with an object for each file");
+  command.callback([options, &run] { showInfo(*options, run); });
+}
+
 }  // namespace
 
 void addInfoCommand(CLI::App& app, CliRun& run) {
   CLI::App& command = addCommand(app, "info", "Prints every field of shape and path files",
                                  "  pvortex info grid.j3d profile.j2d\n"
                                  "  pvortex info --json grid.j3d | jq '.[0].emitter.kind'");
-  auto options = std::make_shared<InfoOptions>();
-  command.add_option("FILE", options->files, "Shape (.j3d) and path (.j2d) files")
-      ->type_name("")
-      ->required();
-  command.add_flag("--json", options->json, "One JSON array with an object for each file");
-  command.callback([options, &run] { showInfo(*options, run); });
+  addInfoOptions(command, loadDocument, "Shape (.j3d) and path (.j2d) files", run);
+}
+
+void addPathInfoCommand(CLI::App& app, CliRun& run) {
+  CLI::App& command = addCommand(app, "info", "Prints the points of path files",
+                                 "  pvortex path info profile.j2d\n"
+                                 "  pvortex path info --json profile.j2d | jq '.[0].path.count'");
+  addInfoOptions(command, loadPathDocument, "Path files (.j2d)", run);
 }
 
 }  // namespace pv

@@ -65,9 +65,11 @@ void makePath(const PathOptions& options, CliRun& run) {
 }  // namespace
 
 void addPathCommand(CLI::App& app, CliRun& run) {
-  CLI::App& command = addCommand(app, "path", "Makes path files",
-                                 "  pvortex path new -o profile.j2d 0.2,-0.5,0 0.4,0,0 0.2,0.5,0");
+  CLI::App& command = addCommand(app, "path", "Makes, prints, imports and exports path files",
+                                 "  pvortex path new -o profile.j2d 0.2,-0.5,0 0.4,0,0 0.2,0.5,0\n"
+                                 "  pvortex path import profile.svg -o profile.j2d");
   command.require_subcommand(1);
+  addPathInfoCommand(command, run);
   CLI::App& make = addCommand(command, "new", "Makes a path file from points",
                               "  pvortex path new -o profile.j2d 0.2,-0.5,0 0.4,0,0 0.2,0.5,0");
   auto options = std::make_shared<PathOptions>();
@@ -77,6 +79,8 @@ void addPathCommand(CLI::App& app, CliRun& run) {
   make.add_option("POINT", options->points, "Points X,Y,Z in shape units; 1 is the edge of a view")
       ->type_name("");
   make.callback([options, &run] { makePath(*options, run); });
+  addPathImportCommand(command, run);
+  addPathExportCommand(command, run);
 }
 
 }  // namespace pv

@@ -21,6 +21,11 @@ void addRenderCommand(CLI::App& app, CliRun& run);
 void addCheckCommand(CLI::App& app, CliRun& run);
 void addPathCommand(CLI::App& app, CliRun& run);
 
+// The commands below `path`.
+void addPathInfoCommand(CLI::App& app, CliRun& run);
+void addPathImportCommand(CLI::App& app, CliRun& run);
+void addPathExportCommand(CLI::App& app, CliRun& run);
+
 /// An empty command with what all of them share. `examples` is one a line.
 CLI::App& addCommand(CLI::App& app, const std::string& name, const std::string& description,
                      const std::string& examples);

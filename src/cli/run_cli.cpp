@@ -1,6 +1,7 @@
 #include "cli/run_cli.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <ostream>
@@ -43,6 +44,13 @@ void reportUsage(const CLI::App& app, const CLI::ParseError& error, CliRun& run)
   run.fail(ExitStatus::Usage, fault + "; see '" + command + " --help'");
 }
 
+/// The parser knows -0.5,0,0 for a point but takes -.5,0,0 for options.
+std::string withLeadingZero(const std::string& arg) {
+  const bool bare = arg.size() > 2 && arg.starts_with("-.") &&
+                    arg.find_first_not_of("0123456789.,+-eE") == std::string::npos;
+  return bare ? "-0" + arg.substr(1) : arg;
+}
+
 void parseAndRun(std::span<const std::string> args, CliRun& run) {
   CLI::App app("Makes, edits, checks and converts shape and path files.", "pvortex");
   app.require_subcommand(1);
@@ -58,7 +66,8 @@ void parseAndRun(std::span<const std::string> args, CliRun& run) {
   app.get_formatter()->label("SUBCOMMAND", "COMMAND");
   app.get_formatter()->label("Subcommands", "Commands");
   addCommands(app, run);
-  std::vector<std::string> reversed(args.rbegin(), args.rend());  // as the parser wants them
+  std::vector<std::string> reversed(args.size());  // as the parser wants them
+  std::transform(args.rbegin(), args.rend(), reversed.begin(), withLeadingZero);
   try {
     app.parse(reversed);
   } catch (const CLI::Success& asked) {

@@ -112,7 +112,9 @@ void CheckBox::paintEvent(QPaintEvent* /*event*/) {
   painter.text(QRectF(rect()).adjusted(kTickBox + Skin::kRhythm, 0, -2, 0), Qt::AlignLeft, text(),
                hover ? brightColour(skin) : skin.text, font());
   if (hasFocus() && ring_) {
-    painter.focusRing(all);
+    // Where there is no air above the text, a ring around it would cut it.
+    constexpr int kRoomy = kTickBox + 4;
+    painter.focusRing(height() < kRoomy ? box : all);
   }
 }
 

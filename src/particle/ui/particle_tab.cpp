@@ -1,11 +1,14 @@
 #include "particle/ui/particle_tab.h"
 
+#include <algorithm>
+
 #include <QAbstractButton>
 #include <QPainter>
 
 #include "ui/controls.h"
 #include "ui/image_button.h"
 #include "ui/list_selector.h"
+#include "ui/pixel_painter.h"
 #include "ui/popup_help.h"
 #include "ui/spin_combo.h"
 
@@ -18,6 +21,47 @@ constexpr int kBarHeight = 20;
 QString text(std::string_view utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
+
+// Narrow enough that every label fits before its control, whatever the font is;
+// one width for all of them.
+QFont labelFont(const Skin& skin) {
+  constexpr int kNarrowest = 70;  // per cent
+  QFont font = skin.font;
+  const auto fits = [&font](const ParticleText& label) {
+    return QFontMetrics(font).horizontalAdvance(label.text) <= inPixels(label.rect).width;
+  };
+  for (int stretch = 100; stretch >= kNarrowest; --stretch) {
+    font.setStretch(stretch);
+    if (fits(kAutoRandomLabel) &&
+        std::all_of(kParticleSelectors.begin(), kParticleSelectors.end(),
+                    [&fits](const ParticleSelector& row) { return fits(row.label); })) {
+      break;
+    }
+  }
+  return font;
+}
+
+/// A label whose text stands on one line with the text of the control beside it.
+class RowLabel : public TextLabel {
+ public:
+  RowLabel(const UiContext& context, const QString& text, QWidget* parent)
+      : TextLabel(context, text, parent), context_(context) {
+    setFont(labelFont(context.skin));
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    const double middle = QRectF(buddy()->geometry()).center().y() - y();
+    constexpr double kLine = 20;
+    constexpr double kSpare = 2;  // what rounding may add to the text's width
+    PixelPainter painter(*this, context_.skin);
+    painter.text({0, middle - kLine / 2, width() + kSpare, kLine}, Qt::AlignLeft, text(),
+                 context_.skin.text, font());
+  }
+
+ private:
+  const UiContext& context_;
+};
 
 }  // namespace
 
@@ -73,19 +117,20 @@ void CParticleTab::buildHeader(const ParticleText& row) {
   header->setContentsMargins(0, air / 2, 0, air - air / 2);
 }
 
-TextLabel* CParticleTab::buildLabel(const ParticleText& row) {
-  return place(new TextLabel(context_, tr(row.text), this), row.id, row.rect);
+TextLabel* CParticleTab::buildLabel(const ParticleText& row, QWidget* beside) {
+  auto* label = place(new RowLabel(context_, tr(row.text), this), row.id, row.rect);
+  label->setBuddy(beside);
+  return label;
 }
 
 void CParticleTab::buildSelector(const ParticleSelector& row, ParticleSource which) {
-  TextLabel* label = buildLabel(row.label);
   auto* made =
       place(new ListSelector(context_, CPopup::titleOf(tr(row.label.text)), tr(row.help), this),
             row.id, row.rect);
   for (const std::string_view name : sourceNames(which)) {
     made->addItem(text(name));
   }
-  label->setBuddy(made);
+  buildLabel(row.label, made);
   connect(made, &ListSelector::activated, this, [this, which](int place) {
     if (chooseSource(state_, which, place)) {
       emit command();
@@ -113,7 +158,6 @@ QAbstractButton* CParticleTab::buildCheck(const ParticleCheck& row, bool Particl
 void CParticleTab::buildAutoRandoms() {
   using enum ImageButton::Joint;
   constexpr std::array kJoints{First, Middle, Last};
-  autoRandomLabel_ = buildLabel(kAutoRandomLabel);
   for (std::size_t i = 0; i < autoRandoms_.size(); ++i) {
     const ParticleCheck& row = kAutoRandomButtons[i];
     auto* made =
@@ -127,7 +171,7 @@ void CParticleTab::buildAutoRandoms() {
     });
     autoRandoms_[i] = made;
   }
-  autoRandomLabel_->setBuddy(autoRandoms_.front());
+  autoRandomLabel_ = buildLabel(kAutoRandomLabel, autoRandoms_.front());
 }
 
 // --- what the page shows -----------------------------------------------------

@@ -41,7 +41,7 @@ class CParticleTab : public QWidget {
  private:
   void build();
   void buildHeader(const ParticleText& row);
-  TextLabel* buildLabel(const ParticleText& row);
+  TextLabel* buildLabel(const ParticleText& row, QWidget* beside);
   void buildSelector(const ParticleSelector& row, ParticleSource which);
   CSpinCombo* buildSlider(const ParticleSlider& row, ParticleRange range);
   QAbstractButton* buildCheck(const ParticleCheck& row, bool ParticleSettings::*value);

@@ -125,8 +125,7 @@ Steps savePageCommand(ModeLayout& layout, int code) {
     case 3: {
       const bool path = layout.modeKind() == ModeKind::Path;
       return leave(layout,
-                   {ModeStep::WriteThumbnail, path ? ModeStep::WritePath : ModeStep::WriteShape,
-                    ModeStep::WriteSavedTags});
+                   {path ? ModeStep::SavePath : ModeStep::SaveShape, ModeStep::WriteSavedTags});
     }
     default:
       return {};

@@ -89,9 +89,8 @@ enum class ModeStep : std::uint8_t {
   ReleaseEditPath,     ///< the emitter page's toggle
   TakeSaveTexts,       ///< thumbnail text and core name to the save page
   ShowSelectedTags,    ///< the save page's tags on the save panel
-  WriteThumbnail,      ///< under the new name
-  WritePath,           ///< the path that is edited, under the new name
-  WriteShape,          ///< the current shape, under the new name
+  SavePath,            ///< thumbnail and the path that is edited, under the new name
+  SaveShape,           ///< thumbnail and the current shape, under the new name
   WriteSavedTags,      ///< the save page's tag files
   ShowFilteredFiles,   ///< the load panel's filter in the load browser
   LoadShape,           ///< the chosen file, into the shape and the emitter page

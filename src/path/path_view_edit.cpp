@@ -55,6 +55,7 @@ PathResponse PathView::pressBackspace() {
   }
   beginStep();
   path_.removeLast();
+  refreshHover();
   return respond(true, endStep("Remove point"));
 }
 
@@ -86,7 +87,6 @@ void PathView::deleteSelected() {
   path_.deleteSelected();
   path_.snapshotAndProjectSelected(viewport());
   hoveredVertex_ = -1;  // it was one of them
-  hoveredSegment_ = -1;
 }
 
 // --- hover and drags ---------------------------------------------------------

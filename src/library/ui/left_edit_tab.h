@@ -5,11 +5,14 @@
 #include <string_view>
 #include <vector>
 
+#include <QPoint>
 #include <QWidget>
 
 #include "library/library_place.h"
 #include "library/tag_editing.h"
 #include "ui/ui_context.h"
+
+class QBoxLayout;
 
 namespace pv {
 
@@ -65,8 +68,11 @@ class CLeftEditTab : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void addHints(QBoxLayout& column);
+  void addReconstruct();
   void tell(TagPanelCode code);
   void tagClicked();
   void showMenu(QPoint position);

@@ -16,6 +16,7 @@ namespace pv {
 class FileNameEdit;
 class EditBox;
 class PictureButton;
+class SectionHeader;
 class TextBoxButton;
 class TextLabel;
 
@@ -54,12 +55,15 @@ class CLeftSaveTab : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  SectionHeader* addHeader(QBoxLayout& column, const char* id, const QString& text);
+  TextLabel* addLabel(QBoxLayout& column, const char* id, const QString& text);
   void buildThumbnail(QBoxLayout& column);
   void buildFileName(QBoxLayout& column);
   void buildTags(QBoxLayout& column);
+  [[nodiscard]] QImage thumbnailImage() const;
   void showThumbnail();
-  void showNameHint(bool refused);
-  void textChanged();
+  void showNameHint();
+  void tell();
 
   const UiContext& context_;
   QImage picture_;

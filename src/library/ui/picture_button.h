@@ -1,8 +1,11 @@
 #pragma once
 
+#include <string>
+
 #include <QAbstractButton>
 #include <QImage>
 
+#include "ui/pixel_painter.h"
 #include "ui/ui_context.h"
 
 namespace pv {
@@ -32,6 +35,21 @@ class PictureButton : public QAbstractButton {
   QImage picture_;
 };
 
+/// An image without a face, which stands before what it tells of.
+class IconButton : public QAbstractButton {
+  Q_OBJECT
+
+ public:
+  IconButton(const UiContext& context, std::string image, QWidget* parent = nullptr);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  const UiContext& context_;
+  SkinImage image_;
+};
+
 /// A button that serves as a box of text of several lines, cut with an ellipsis
 /// where it does not fit; then the popup help shows all of it.
 class TextBoxButton : public QAbstractButton {
@@ -50,6 +68,7 @@ class TextBoxButton : public QAbstractButton {
   const UiContext& context_;
   QString name_;
   QString placeholder_;
+  bool filled_ = false;
 };
 
 }  // namespace pv

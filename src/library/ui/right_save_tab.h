@@ -55,10 +55,10 @@ class CRightSaveTab : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void buildRow();
   void tell(int result);
   void tagClicked();
   void save();
-  void cancel();
 
   const UiContext& context_;
   LibraryPlace place_;

@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include <QFont>
-#include <QPointF>
 #include <QWidget>
 
 #include "library/tag_cloud.h"
@@ -12,6 +11,7 @@
 
 namespace pv {
 
+class PixelPainter;
 class QuietScrollBar;
 
 /// The window side of a CTagCloud: measures texts, turns clicks and keys into the
@@ -30,6 +30,8 @@ class TagCloudWidget : public QWidget {
   void refresh();
   /// Back to the top, with no tag in the ring; for a store that was loaded anew.
   void rewind();
+  /// Scrolls until the tag shows whole.
+  void scrollTo(std::int32_t index);
   /// Strikes the tag under the pointer through: what a click does now.
   void setDeleting(bool deleting);
   /// Stands in the middle while there are no tags.
@@ -53,24 +55,25 @@ class TagCloudWidget : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
-  void leaveEvent(QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  void arrange();
-  void paintTag(class PixelPainter& painter, const TagDrawItem& item) const;
+  void layOut(bool scrolls);
+  [[nodiscard]] int clientRight() const;
   [[nodiscard]] TextExtent measure(std::int32_t fontIndex, std::string_view text) const;
-  [[nodiscard]] QString helpOf(std::int32_t index) const;
-  void hover(QPointF position);
+  [[nodiscard]] QRectF chipOf(std::int32_t index) const;
+  void paintTag(PixelPainter& painter, const TagDrawItem& item) const;
+  [[nodiscard]] std::int32_t tagAt(QPoint position) const;
+  void hover(QPoint position);
   void press(QPoint position, Qt::KeyboardModifiers modifiers);
   void setCurrent(std::int32_t index);
   [[nodiscard]] std::int32_t neighbour(int key) const;
   [[nodiscard]] std::int32_t inNextRow(int direction) const;
+  [[nodiscard]] QString helpOf(std::int32_t index) const;
+  void showHelp();
 
   const UiContext& context_;
   CTagCloud cloud_;
@@ -80,6 +83,7 @@ class TagCloudWidget : public QWidget {
   QString emptyText_;
   std::int32_t hovered_ = -1;
   std::int32_t current_ = -1;
+  bool scrolls_ = false;
   bool deleting_ = false;
   bool pressed_ = false;
   bool ring_ = false;

@@ -44,6 +44,8 @@ class TagEditPane : public QWidget {
   void deleteToggled();
 
  private:
+  void buildEdit(QBoxLayout& column);
+  void buildCloud(QBoxLayout& column);
   void addTag();
   void showNameHint();
   void showHint(const QString& text);

@@ -12,8 +12,8 @@
 namespace pv {
 
 class TextButton;
-class TextLabel;
 class ThumbListWidget;
+class ThumbStatus;
 
 /// The browser beside the tag-editing panel: the files of a library as thumbnails,
 /// with "Finished Editing" and "Delete File". While the latter is lit a click on a
@@ -69,15 +69,15 @@ class CRightEditTab : public QWidget {
   bool deleteSelected();
   void toggleDeleteMode();
   void setDeleteMode(bool on);
-  void showStatus();
+  void shown(bool filtered);
 
   const UiContext& context_;
   ThumbListWidget* list_ = nullptr;
-  TextLabel* status_ = nullptr;
+  ThumbStatus* status_ = nullptr;
   TextButton* delete_ = nullptr;
   std::string deletedName_;
-  std::string undeletedName_;  ///< that the last try could not delete
-  bool filtered_ = false;      ///< showFiles() chose what is shown
+  int gone_ = 0;           ///< files deleted since the folder was listed
+  bool filtered_ = false;  ///< showFiles() chose what is shown
   int result_ = 0;
 };
 

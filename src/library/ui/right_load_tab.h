@@ -12,8 +12,8 @@
 namespace pv {
 
 class TextButton;
-class TextLabel;
 class ThumbListWidget;
+class ThumbStatus;
 
 /// The load browser: the files of a library as thumbnails, with "Load" and "Cancel
 /// Load". Load can be pressed exactly while a file is selected.
@@ -59,11 +59,11 @@ class CRightLoadTab : public QWidget {
  private:
   void tell(int result);
   void showSelection();
-  void showStatus();
+  void activate();
 
   const UiContext& context_;
   ThumbListWidget* list_ = nullptr;
-  TextLabel* status_ = nullptr;
+  ThumbStatus* status_ = nullptr;
   TextButton* load_ = nullptr;
   std::string toldName_;
   int result_ = 0;

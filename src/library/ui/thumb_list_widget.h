@@ -34,6 +34,8 @@ class ThumbListWidget : public QWidget {
   /// To be called after calls that change what list() shows or has selected: lays
   /// out anew, scrolls to the selection and loads what can be seen. Tells nobody.
   void refresh();
+  /// The nearest possible offset in pixels.
+  void scrollTo(int offset);
 
   /// In which a click deletes: ring and hover take the warning colour, and a
   /// release beside the pressed cell clears the selection before it is told.
@@ -42,6 +44,7 @@ class ThumbListWidget : public QWidget {
 
   /// Pictures of visible cells that have not been looked for yet.
   [[nodiscard]] int pending() const { return wanted_.last - nextToLoad_; }
+  [[nodiscard]] int visibleCount() const { return wanted_.last - wanted_.first; }
   /// In the widget's pixels; the scroll offset taken off.
   [[nodiscard]] QRect cellRect(int index) const;
   [[nodiscard]] QRect pictureRect(int index) const;
@@ -62,8 +65,8 @@ class ThumbListWidget : public QWidget {
   void activated();
   /// The Delete key, once for each press, while a file is selected.
   void deletePressed();
-  /// After each turn that looked for pictures: how many of the `total` visible
-  /// ones are done.
+  /// Pictures were looked for, or other cells came into sight: how many of the
+  /// `total` visible ones are done.
   void progress(int loaded, int total);
 
  protected:
@@ -84,7 +87,6 @@ class ThumbListWidget : public QWidget {
 
  private:
   void layOut();
-  void scrollTo(int offset);
   void startLoading();
   void loadSome();
   void hoverAt(QPointF position);
@@ -105,6 +107,7 @@ class ThumbListWidget : public QWidget {
   ThumbGrid::Range wanted_;      ///< the cells whose pictures are to be there
   std::int32_t nextToLoad_ = 0;  ///< of these
   int hovered_ = -1;
+  int wheelRest_ = 0;  ///< parts of a pixel that do not make one yet, in 1/120
   bool pressed_ = false;
   bool deleteMode_ = false;
   bool ring_ = false;

@@ -86,9 +86,16 @@ class ElementDrawer {
     style.erase(std::remove(style.begin(), style.end(), ' '), style.end());
     return text("display") == "none" || style.find("display:none;") != std::string::npos;
   }
+  /// The size of the viewBox, or else of the drawing.
   [[nodiscard]] SvgPage ownPage() {
-    const auto box = drawnBox();
-    return box ? *box : SvgPage{across("width"), down("height")};
+    OutlinePen box;
+    const bool hasBox = drawPointList(text("viewBox"), box).ok();
+    const PlanePoint size = hasBox ? box.position() : PlanePoint{};
+    if (size.x > 0 && size.y > 0) {
+      return {size.x, size.y};
+    }
+    return {has("width") ? across("width") : page_.width,
+            has("height") ? down("height") : page_.height};
   }
 
   [[nodiscard]] const std::optional<Error>& fault() const { return fault_; }
@@ -114,15 +121,6 @@ class ElementDrawer {
     if (rx > 0 && ry > 0) {
       drawEllipse(pen_, centre, rx, ry);
     }
-  }
-  /// The viewBox's size.
-  [[nodiscard]] std::optional<SvgPage> drawnBox() const {
-    OutlinePen corners;
-    if (!drawPointList(text("viewBox"), corners)) {
-      return std::nullopt;
-    }
-    const PlanePoint size = corners.position();
-    return size.x > 0 && size.y > 0 ? std::optional(SvgPage{size.x, size.y}) : std::nullopt;
   }
   void keep(const char* attribute, const Status& status) {
     if (!status && !fault_) {

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "path/outline.h"
 #include "util/number_text.h"
 
 namespace pv {
@@ -19,9 +20,10 @@ struct Sides {
 };
 
 /// Where the point lies in the drawing, y downwards.
-Vec3 drawn(Vec3 point, const PathViewport& axes) {
-  const float up = point.axis(axes.verticalAxis());
-  return {point.axis(axes.horizontalAxis()), axes.verticalSign() < 0 ? up : 0.0F - up, 0.0F};
+PlanePoint drawn(Vec3 point, const PathViewport& axes) {
+  const double across = static_cast<double>(point.axis(axes.horizontalAxis()));
+  const double up = static_cast<double>(point.axis(axes.verticalAxis()));
+  return {across, axes.verticalSign() < 0 ? up : 0.0 - up};
 }
 
 /// As numberText(), for sums that a float may not hold.
@@ -58,14 +60,14 @@ Result<std::string> pathSvg(const PathRecord& path, PathAxisView view) {
   Sides sides;
   std::string data;
   for (const Vec3& point : path.inUse()) {
-    const Vec3 at = drawn(point, axes);
+    const PlanePoint at = drawn(point, axes);
     if (!std::isfinite(at.x) || !std::isfinite(at.y)) {
       return Error{ErrorKind::BadData, {}, {}, "a point of the path is not finite"};
     }
-    sides.left = std::min<double>(sides.left, at.x);
-    sides.right = std::max<double>(sides.right, at.x);
-    sides.top = std::min<double>(sides.top, at.y);
-    sides.bottom = std::max<double>(sides.bottom, at.y);
+    sides.left = std::min(sides.left, at.x);
+    sides.right = std::max(sides.right, at.x);
+    sides.top = std::min(sides.top, at.y);
+    sides.bottom = std::max(sides.bottom, at.y);
     data += (data.empty() ? "M" : "\n       L") + pair(at.x, at.y);
   }
   if (data.empty()) {

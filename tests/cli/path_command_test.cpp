@@ -8,12 +8,12 @@ namespace pv {
 namespace {
 
 TEST_F(CliTest, PathNewWritesItsPointsInOrder) {
-  const Ran made = run({"path", "new", "-o", at("a.j2d"), "0.25,-0.5,0", "-1,1e-3,2"});
+  const Ran made = run({"path", "new", "-o", at("a.j2d"), "-.25,-.5,0", "-1,1e-3,2", "-5e-1,0,0"});
   EXPECT_EQ(made.status, 0) << made.err;
   const auto path = LoadPathFile(at("a.j2d"));
   ASSERT_TRUE(path);
-  ASSERT_EQ(path.value().count, 2);
-  EXPECT_EQ(path.value().points[0], (Vec3{0.25F, -0.5F, 0}));
+  ASSERT_EQ(path.value().count, 3);
+  EXPECT_EQ(path.value().points[0], (Vec3{-0.25F, -0.5F, 0}));
   EXPECT_EQ(path.value().points[1], (Vec3{-1, 1e-3F, 2}));
   EXPECT_EQ(run({"path", "new", "-o", at("empty.j2d")}).status, 0);
 }

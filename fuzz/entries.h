@@ -13,6 +13,9 @@ namespace pv::fuzz {
 void runShapeFile(std::span<const std::byte> bytes);
 void runPathFile(std::span<const std::byte> bytes);
 
+/// Reads an SVG drawing, makes paths of its lines, writes and reads them again.
+void runSvg(std::span<const std::byte> bytes);
+
 /// Makes a shape, a camera, sizes and a script of events out of the bytes and
 /// draws frames of it.
 void runRender(std::span<const std::byte> bytes);

@@ -1,4 +1,4 @@
-// Writes seed inputs into FOLDER/shape_file, FOLDER/path_file and
+// Writes seed inputs into FOLDER/shape_file, FOLDER/path_file, FOLDER/svg and
 // FOLDER/render: whole files, which a fuzzer would hardly find by itself.
 
 #include <algorithm>
@@ -8,6 +8,7 @@
 #include <random>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "path/path_file.h"
@@ -58,6 +59,21 @@ void saveNoise(const fs::path& folder) {
   }
 }
 
+void saveDrawings(const fs::path& folder) {
+  const std::string_view drawings[] = {
+      "<svg viewBox='0 0 9 9'><g transform='rotate(30 1 2) skewX(5)'><rect x='10%' width='2mm' "
+      "height='4' rx='1'/><circle cx='5' cy='6' r='2'/></g><ellipse rx='3' ry='auto'/></svg>",
+      "<svg><path d='M0 0h1v2l-3-4c1 2 3 4 5 6s7 8 9 1q2 3 4 5t6 7a8 9 10 0111 1e1z "
+      "m.5.5L1,1'/></svg>",
+      "<svg><a><polygon points='0,0 1,0 1,1'/></a><polyline points='1 2 3 4' style='display: none' "
+      "/><line x1='1' y2='2' transform='matrix(1 0 0 1 2 3)'/><text>t</text></svg>",
+  };
+  int number = 0;
+  for (const std::string_view drawing : drawings) {
+    save(folder / "svg" / std::to_string(number++), std::as_bytes(std::span(drawing)));
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -66,6 +82,7 @@ int main(int argc, char** argv) {
     return 64;
   }
   saveFiles(argv[1]);
+  saveDrawings(argv[1]);
   saveNoise(argv[1]);
   return 0;
 }

@@ -43,6 +43,9 @@ TEST(FuzzFindings, PathFiles) {
 TEST(FuzzFindings, Frames) {
   replay("render", runRender, 3);
 }
+TEST(FuzzFindings, SvgDrawings) {
+  replay("svg", runSvg, 0);
+}
 
 }  // namespace
 }  // namespace pv::fuzz

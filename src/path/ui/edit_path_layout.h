@@ -29,7 +29,8 @@ enum class EditPathAction : std::uint8_t {
 enum class EditPathEdge : std::uint8_t { TopLeft, BottomLeft, BottomRight };
 
 /// One button of the path editor, in dialog units of the page at its basic size.
-/// Without an image it shows its label.
+/// Without an image it shows its label. The help of undo and redo has room for the
+/// name of the step.
 struct EditPathButton {
   int id = 0;
   const char* label = nullptr;

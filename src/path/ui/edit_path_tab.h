@@ -55,7 +55,7 @@ class CEditPathTab : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  [[nodiscard]] QAbstractButton* makeButton(const EditPathButton& row);
+  QAbstractButton* makeButton(const EditPathButton& row);
   void press(const EditPathButton& button);
   void chooseTool(PathTool tool);
   void leave(int result);
@@ -66,6 +66,8 @@ class CEditPathTab : public QWidget {
   const UiContext& context_;
   PathViewWidget* view_ = nullptr;
   std::array<QAbstractButton*, kEditPathButtonCount> buttons_{};
+  QString undoHelp_;  ///< as shown now
+  QString redoHelp_;
   int result_ = -1;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include <QWidget>
@@ -30,8 +31,8 @@ class CLeftPathTab : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void addButton(QBoxLayout& row, int id, const QString& text, std::string image,
-                 const QString& help, int result);
+  void addHeader(QBoxLayout& column, const QString& text, std::string image = {});
+  void addButton(QBoxLayout& column, std::size_t which);
   void addKeys(QBoxLayout& column);
 
   const UiContext& context_;

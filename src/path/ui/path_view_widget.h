@@ -1,10 +1,12 @@
 #pragma once
 
 #include <array>
+#include <optional>
 
 #include <QCursor>
 #include <QImage>
-#include <QPointF>
+#include <QRect>
+#include <QTransform>
 #include <QWidget>
 
 #include "path/path_view.h"
@@ -32,7 +34,7 @@ class PathViewWidget : public QWidget {
   /// drawn when the window paints, so any number of changes make one frame.
   void apply(const PathResponse& response);
 
-  /// Whether a key means something here now; Escape only while a drag is on.
+  /// Whether a key means something here now; Escape only while there is a drag to take back.
   /// Such keys are kept from the window's shortcuts.
   [[nodiscard]] bool wantsKey(const QKeyEvent& event) const;
   /// Does what the key stands for; false, and nothing happens, when it is not
@@ -62,19 +64,20 @@ class PathViewWidget : public QWidget {
   void hideEvent(QHideEvent* event) override;
 
  private:
-  [[nodiscard]] PathMouse toView(const QSinglePointEvent& event) const;
-  void pointAgain(bool ctrl);
+  [[nodiscard]] PathMouse toView(const QSinglePointEvent& event);
+  void pressCtrl(bool down);
   void measure(const QTransform& toDevice);
   void copyFrame();
-  void showCursor(PathCursor cursor);
+  void loadCursors();
 
   const UiContext& context_;
   PathView view_;
   FramePresenter presenter_;
-  QImage picture_;       ///< the presenter's bitmap, top row first
-  QRect area_;           ///< on the device that was painted last, in its pixels
-  QTransform toDevice_;  ///< from the widget to that device
-  bool ring_ = false;    ///< the keyboard brought the focus
+  QImage picture_;                    ///< the presenter's bitmap, top row first
+  QTransform toDevice_;               ///< from the widget to what was painted on last
+  QRect area_;                        ///< the widget there
+  std::optional<PathMouse> pointer_;  ///< while it is over the view
+  bool ring_ = false;                 ///< the keyboard brought the focus
   PathCursor shown_ = PathCursor::Arrow;
   std::array<QCursor, kPathCursorCount> cursors_;
   qreal cursorRatio_ = 0;  ///< of the screen that the cursors were loaded for

@@ -139,8 +139,7 @@ class CTagCloud {
   // --- the cloud on the screen ---------------------------------------------
   /// Rows of tags from the top of the client area, which lies above 0 while it is
   /// scrolled (top = -offset). Stores each tag's box for the hit test.
-  [[nodiscard]] TagLayout layout(std::int32_t clientWidth, std::int32_t clientTop,
-                                 const MeasureTagText& measure);
+  TagLayout layout(std::int32_t clientWidth, std::int32_t clientTop, const MeasureTagText& measure);
   /// First tag whose box holds the point, or -1.
   [[nodiscard]] std::int32_t hitTest(std::int32_t x, std::int32_t y) const;
   [[nodiscard]] const TagColours& colours() const { return colours_; }

@@ -62,7 +62,7 @@ struct TagLayout {
 struct TagColours {
   std::uint32_t background = 0x464646;
   std::uint32_t contrast = 0xFFFFFF;  ///< black, or white on a dark background
-  std::uint32_t selectedContrast = 0x000000;
+  std::uint32_t selectedContrast = 0xFFFFFF;
   std::uint32_t text = 0xAAAAAA;
   std::uint32_t selected = 0xF07800;
   std::uint32_t button = 0x9B9B9B;

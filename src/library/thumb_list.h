@@ -65,7 +65,7 @@ class CThumbList {
 
   /// The 96 x 72 picture of a shown item, read from thumbs\name.bmp when it is
   /// first asked for; null when there is none that can be read.
-  [[nodiscard]] ThumbnailPtr thumbnail(std::int32_t index);
+  ThumbnailPtr thumbnail(std::int32_t index);
   /// Whether thumbnail() would answer without the disk.
   [[nodiscard]] bool isThumbnailLoaded(std::int32_t index) const;
   [[nodiscard]] std::size_t thumbnailBytes() const { return cache_.bytes(); }

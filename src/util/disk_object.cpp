@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 #include "util/ascii.h"
 #include "util/files.h"
@@ -62,6 +63,21 @@ std::error_code search(std::string_view folder, std::string_view pattern, Found&
   return error;
 }
 
+/// Puts each entry before the first greater one.
+void insertEach(std::vector<std::string> entries, std::vector<std::string>& list) {
+  if (std::is_sorted(list.begin(), list.end())) {
+    list.insert(list.end(), std::make_move_iterator(entries.begin()),
+                std::make_move_iterator(entries.end()));
+    std::sort(list.begin(), list.end());
+    return;
+  }
+  for (auto& entry : entries) {
+    const auto greater = std::find_if(list.begin(), list.end(),
+                                      [&entry](const auto& other) { return other > entry; });
+    list.insert(greater, std::move(entry));
+  }
+}
+
 }  // namespace
 
 bool matchesPattern(std::string_view name, std::string_view pattern) {
@@ -116,13 +132,12 @@ bool CDiskObject::listFilesMatching(std::string_view pattern, std::string_view f
     return fail(error, qualified + std::string(pattern));
   }
   for (auto& name : found.files) {
-    std::string entry = mode == ListMode::FullPaths ? qualified + name : std::move(name);
-    show(entry);
-    // The list need not be sorted as it comes in, so this cannot be a search by halves.
-    const auto greater = std::find_if(list.begin(), list.end(),
-                                      [&entry](const auto& other) { return other > entry; });
-    list.insert(greater, std::move(entry));
+    if (mode == ListMode::FullPaths) {
+      name.insert(0, qualified);
+    }
+    show(name);
   }
+  insertEach(std::move(found.files), list);
   return true;
 }
 

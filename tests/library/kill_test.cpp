@@ -102,7 +102,6 @@ class KillTest : private QuickDisk, public LibraryTest {
   void expectOnly(const std::set<FindingKind>& allowed) const {
     for (const auto& finding :
          checkLibrary(place_, [this](const auto& file) { return loadWhole(file); })) {
-      printf("%s\n", std::string(findingName(finding.kind)).c_str());
       EXPECT_TRUE(allowed.contains(finding.kind))
           << findingName(finding.kind) << " " << finding.file << " " << finding.text;
     }

@@ -30,10 +30,8 @@ constexpr std::array<PathToolTraits, kPathToolCount> kTools{{
     {PathTool::Grab, PathCursor::HandOn, PathCursor::HandOn, "", "Drag to move the view."},
 }};
 
-const PathToolTraits* findTool(PathTool tool) {
-  const auto* row = std::ranges::find(kTools, tool, &PathToolTraits::tool);
-  return row != kTools.end() ? row : nullptr;
-}
+constexpr std::size_t kSelectRow = 1;
+static_assert(kTools[kSelectRow].tool == PathTool::Select);
 
 }  // namespace
 
@@ -47,12 +45,12 @@ const std::array<PathToolTraits, kPathToolCount>& pathTools() {
 }
 
 bool isPathTool(PathTool tool) {
-  return findTool(tool) != nullptr;
+  return std::ranges::find(kTools, tool, &PathToolTraits::tool) != kTools.end();
 }
 
 const PathToolTraits& pathToolTraits(PathTool tool) {
-  const PathToolTraits* row = findTool(tool);
-  return row != nullptr ? *row : *findTool(PathTool::Select);
+  const auto* row = std::ranges::find(kTools, tool, &PathToolTraits::tool);
+  return row != kTools.end() ? *row : kTools[kSelectRow];
 }
 
 }  // namespace pv

@@ -10,7 +10,6 @@ namespace pv {
 
 inline constexpr PathAxisView kAllPathViews[] = {PathAxisView::Side, PathAxisView::Top,
                                                  PathAxisView::Front};
-inline constexpr ScreenPoint kEverywhere[] = {{-100000, -100000}, {100000, 100000}};
 
 inline PathRecord pathRecord(std::initializer_list<Vec3> points) {
   PathRecord path;

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QValidator>
 
+#include "ui/pixel_painter.h"
 #include "util/file_name.h"
 
 namespace pv {
@@ -32,6 +33,8 @@ class FileNameValidator : public QValidator {
 
 }  // namespace
 
+const char* const kRefusedText = R"(Not in a name: < > : " / \ | ? *)";
+
 QString fileNameText(const QString& text) {
   std::u32string characters = text.toStdU32String();
   std::erase_if(characters, [](char32_t character) { return !isFileNameCharacter(character); });
@@ -41,6 +44,14 @@ QString fileNameText(const QString& text) {
 FileNameEdit::FileNameEdit(const UiContext& context, const QString& name, QWidget* parent)
     : EditBox(context, name, parent) {
   setValidator(new FileNameValidator(*this));
+}
+
+NameHint::NameHint(const UiContext& context, QWidget* parent)
+    : TextLabel(context, QString(), parent) {
+  QPalette colours = palette();
+  colours.setColor(QPalette::WindowText, brightColour(context.skin));
+  setPalette(colours);
+  setFixedHeight(fontMetrics().height() + 1);
 }
 
 // A refused key leaves everything as it is: text, selection and what can be undone.

@@ -5,7 +5,7 @@
 namespace pv {
 
 /// What the pages say when a character was refused.
-inline constexpr const char* kRefusedText = R"(A name cannot hold < > : " / \ | ? * or line ends.)";
+extern const char* const kRefusedText;
 
 /// A field for a name that becomes a file's: characters that no file name can hold
 /// are refused as they are typed and left out of what is pasted or dropped.
@@ -21,6 +21,14 @@ class FileNameEdit : public EditBox {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+};
+
+/// The line below such a field: what is wrong with the name, as high empty as full.
+class NameHint : public TextLabel {
+  Q_OBJECT
+
+ public:
+  NameHint(const UiContext& context, QWidget* parent = nullptr);
 };
 
 /// The text without characters that no file name can hold.

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QShortcut>
 
+#include "library/ui/file_name_edit.h"
 #include "library/ui/tag_cloud_widget.h"
 #include "library/ui/tag_edit_pane.h"
 #include "ui/controls.h"
@@ -49,7 +50,7 @@ void CLeftEditTab::addHints(QBoxLayout& column) {
   hint->setObjectName("1147");
   hint->setWordWrap(true);
   column.addWidget(hint);
-  file_ = new TextLabel(context_, QString(), this);
+  file_ = new NameHint(context_, this);
   file_->setObjectName("tagged file");
   column.addWidget(file_);
 }

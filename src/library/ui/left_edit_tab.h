@@ -16,9 +16,9 @@ class QBoxLayout;
 
 namespace pv {
 
+class NameHint;
 class TagEditPane;
 class TextButton;
-class TextLabel;
 
 /// The left panel while a library's tags are edited: with a file selected in the
 /// browser its tags are chosen here, with none the files are found by their tags.
@@ -84,7 +84,7 @@ class CLeftEditTab : public QWidget {
   TagPanelCode result_ = TagPanelCode::None;
   TagEditPane* pane_ = nullptr;
   TextButton* reconstruct_ = nullptr;
-  TextLabel* file_ = nullptr;
+  NameHint* file_ = nullptr;
 };
 
 }  // namespace pv

@@ -77,7 +77,8 @@ QSize CLeftLoadTab::sizeHint() const {
 }
 
 void CLeftLoadTab::resizeEvent(QResizeEvent* /*event*/) {
-  preview_->setFixedHeight(width() * kShape.height() / kShape.width());
+  constexpr int kFrame = 2;
+  preview_->setFixedHeight((width() - kFrame) * kShape.height() / kShape.width() + kFrame);
 }
 
 void CLeftLoadTab::paintEvent(QPaintEvent* /*event*/) {

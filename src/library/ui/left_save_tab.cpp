@@ -80,7 +80,6 @@ CLeftSaveTab::CLeftSaveTab(const UiContext& context, QWidget* parent)
   buildThumbnail(*column);
   buildFileName(*column);
   buildTags(*column);
-  column->addStretch();
   showThumbnail();
   showNameHint();
 }
@@ -133,7 +132,9 @@ void CLeftSaveTab::buildFileName(QBoxLayout& column) {
   nameEdit_->setObjectName("8092");
   label->setBuddy(nameEdit_);
   column.addWidget(nameEdit_);
-  nameHint_ = addLabel(column, "name hint", {});
+  nameHint_ = new NameHint(context_, this);
+  nameHint_->setObjectName("name hint");
+  column.addWidget(nameHint_);
   addLabel(column, "8098", tr("All filenames will be automatically numbered:\n[filename]-0000"));
   column.addSpacing(kGap);
   connect(nameEdit_, &QLineEdit::textEdited, this, [this](const QString& text) {
@@ -160,8 +161,8 @@ void CLeftSaveTab::buildTags(QBoxLayout& column) {
   tags_ = new TextBoxButton(context_, tr("Selected Tags"),
                             tr("(Use the Right panel to add and select tags)"), this);
   tags_->setObjectName("8102");
-  tags_->setFixedHeight(kTagBox);
-  column.addWidget(tags_);
+  tags_->setMinimumHeight(kTagBox);
+  column.addWidget(tags_, 1);
 }
 
 void CLeftSaveTab::setCoreName(std::string_view name) {
@@ -211,7 +212,7 @@ void CLeftSaveTab::showNameHint() {
   // What is tried is a numbered name: the core may be what no whole name may be.
   const bool usable = isValidFileName(coreName_ + "-0000");
   nameHint_->setText(coreName_.empty() ? tr("Without a name nothing is saved.")
-                     : !usable         ? tr("No file can have this name: nothing is saved.")
+                     : !usable         ? tr("No file can be saved by this name.")
                                        : QString());
 }
 

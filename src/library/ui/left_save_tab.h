@@ -14,6 +14,7 @@ class QBoxLayout;
 namespace pv {
 
 class FileNameEdit;
+class NameHint;
 class EditBox;
 class PictureButton;
 class SectionHeader;
@@ -73,7 +74,7 @@ class CLeftSaveTab : public QWidget {
   PictureButton* thumbnail_ = nullptr;
   EditBox* textEdit_ = nullptr;
   FileNameEdit* nameEdit_ = nullptr;
-  TextLabel* nameHint_ = nullptr;
+  NameHint* nameHint_ = nullptr;
   TextBoxButton* tags_ = nullptr;
 };
 

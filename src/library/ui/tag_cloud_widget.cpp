@@ -1,13 +1,11 @@
 #include "library/ui/tag_cloud_widget.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <tuple>
 #include <utility>
 
 #include <QApplication>
-#include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -21,52 +19,17 @@ namespace {
 // In pixels of 96 dpi.
 constexpr int kMargin = 4;  // around the tags, frame included
 constexpr int kRow = 20;
-constexpr int kTextInset = 5;    // half of the gap that a tag's box holds
-constexpr double kBaseline = 4;  // below the line that the layout centres names on
-
-// Longer names are cut before they are measured: lists from outside may hold any.
-constexpr std::size_t kMostMeasured = 1024;
-
-QColor colourFrom(std::uint32_t rgb) {
-  return QColor(QRgb{rgb});
-}
-
-/// A font whose lines are as high as told, the way the host's fonts are sized.
-QFont tagFont(std::int32_t height) {
-  constexpr double kLineToEm = 1.2;
-  QFont font;
-  font.setFamilies({QString::fromUtf8(kTagFontName.data(), kTagFontName.size()), "DejaVu Sans"});
-  font.setStyleHint(QFont::SansSerif);
-  font.setPixelSize(qRound(height / kLineToEm));
-  return font;
-}
-
-ColourScheme schemeOf(const Skin& skin) {
-  const auto rgb = [](const QColor& colour) { return std::uint32_t{colour.rgb() & 0xFFFFFFU}; };
-  ColourScheme scheme;
-  scheme.background = rgb(skin.panel);
-  scheme.text = rgb(skin.text);
-  scheme.button = rgb(skin.button);
-  scheme.selected = rgb(skin.selected);
-  return scheme;
-}
-
-QString shownText(std::string_view name) {
-  const std::string_view cut = name.substr(0, kMostMeasured);
-  return QString::fromUtf8(cut.data(), static_cast<qsizetype>(cut.size())).simplified();
-}
 
 }  // namespace
 
 TagCloudWidget::TagCloudWidget(const UiContext& context, QWidget* parent)
-    : QWidget(parent), context_(context), cloud_(schemeOf(context.skin)) {
+    : QWidget(parent), context_(context), cloud_(schemeOf(context.skin)), tags_(context) {
   setObjectName("1149");
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setAttribute(Qt::WA_Hover);
   setMouseTracking(true);
   setFont(context.skin.font);
-  std::transform(kTagFontHeights.begin(), kTagFontHeights.end(), fonts_.begin(), tagFont);
   bar_ = new QuietScrollBar(context, this);
   bar_->setSingleStep(kRow);
   bar_->hide();
@@ -76,12 +39,6 @@ TagCloudWidget::TagCloudWidget(const UiContext& context, QWidget* parent)
 
 // --- layout --------------------------------------------------------------------
 
-TextExtent TagCloudWidget::measure(std::int32_t fontIndex, std::string_view text) const {
-  const auto index = static_cast<std::size_t>(fontIndex);
-  const double width = QFontMetricsF(fonts_[index]).horizontalAdvance(shownText(text));
-  return {static_cast<std::int32_t>(std::ceil(width)), kTagFontHeights[index]};
-}
-
 int TagCloudWidget::clientRight() const {
   return width() - (scrolls_ ? QuietScrollBar::kWidth : kMargin);
 }
@@ -89,9 +46,10 @@ int TagCloudWidget::clientRight() const {
 void TagCloudWidget::layOut(bool scrolls) {
   scrolls_ = scrolls;
   const int top = kMargin - (scrolls ? bar_->value() : 0);
-  layout_ = cloud_.layout(
-      clientRight() - kMargin, top,
-      [this](std::int32_t fontIndex, std::string_view text) { return measure(fontIndex, text); });
+  layout_ = cloud_.layout(clientRight() - kMargin, top,
+                          [this](std::int32_t fontIndex, std::string_view text) {
+                            return tags_.measure(fontIndex, text);
+                          });
 }
 
 void TagCloudWidget::refresh() {
@@ -158,52 +116,23 @@ QRect TagCloudWidget::tagRect(std::int32_t index) const {
 
 void TagCloudWidget::paintEvent(QPaintEvent* /*event*/) {
   const Skin& skin = context_.skin;
+  const QColor background(QRgb{cloud_.colours().background});
   PixelPainter painter(*this, skin);
-  painter.fill(painter.bounds(), colourFrom(cloud_.colours().background));
+  painter.fill(painter.bounds(), background);
   for (const TagDrawItem& item : layout_.items) {
     if (item.y < height() && item.y + item.extent.height > 0) {
-      paintTag(painter, item);
+      const TagState state = cloud_.entries()[static_cast<std::size_t>(item.index)].state;
+      tags_.paint(painter, item, {tagRect(item.index), state, item.index == hovered_, deleting_});
     }
   }
   if (layout_.items.empty()) {
     painter.text(QRectF(rect()).adjusted(kMargin, 0, -kMargin, 0), Qt::AlignHCenter, emptyText_,
-                 mixed(colourFrom(cloud_.colours().background), skin.text, 0.8), font());
+                 mixed(background, skin.text, 0.8), font());
   }
   painter.box(painter.bounds(), Qt::transparent, borderColour(skin));
   if (hasFocus() && ring_) {
-    painter.focusRing(current_ < 0 ? painter.bounds() : painter.pixels(chipOf(current_)));
-  }
-}
-
-QRectF TagCloudWidget::chipOf(std::int32_t index) const {
-  return QRectF(tagRect(index)).adjusted(1, 0, -1, 0);
-}
-
-void TagCloudWidget::paintTag(PixelPainter& painter, const TagDrawItem& item) const {
-  const TagState state = cloud_.entries()[static_cast<std::size_t>(item.index)].state;
-  const bool hover = item.index == hovered_;
-  const QColor text = colourFrom(item.textColour);
-  QColor face = colourFrom(item.faceColour);
-  face = hover ? Skin::hovered(face) : face;
-  const QRectF chip = chipOf(item.index);
-  if (state != TagState::None || hover) {
-    // A light face cannot lighten: an edge in the text's colour does.
-    painter.box(painter.pixels(chip), face, hover && state == TagState::Excluded ? text : face);
-  }
-  const QFont& font = fonts_[static_cast<std::size_t>(item.fontIndex)];
-  // The layout centres a row's names on one line, and so they can share the base line.
-  constexpr double kHalfCapitals = 0.365;
-  const double line = item.y + std::trunc(item.extent.height / 1.75);
-  const double middle = line + kBaseline - kHalfCapitals * font.pixelSize();
-  const double left = tagRect(item.index).left() + kTextInset;
-  const double room = std::min(item.extent.width + 4.0, clientRight() - left);
-  const bool plain = state == TagState::None;
-  painter.text(QRectF(left, middle - kRow, room, 2 * kRow), Qt::AlignLeft, shownText(item.text),
-               plain && hover ? brightColour(context_.skin) : text, font);
-  // What is left out looks so without colours too.
-  if (state == TagState::Excluded || (deleting_ && hover)) {
-    const QRect strike = painter.pixels(QRectF(left, middle, chip.right() - 4 - left, 0));
-    painter.fill({strike.topLeft(), QSize(strike.width(), painter.line())}, text);
+    const QRectF chip = TagPainter::chipOf(tagRect(current_));
+    painter.focusRing(current_ < 0 ? painter.bounds() : painter.pixels(chip));
   }
 }
 
@@ -358,7 +287,7 @@ QString TagCloudWidget::helpOf(std::int32_t index) const {
   }
   constexpr int kLongest = 48;
   const TagEntry& tag = cloud_.entries()[static_cast<std::size_t>(index)];
-  QString name = shownText(tag.name);
+  QString name = TagPainter::textOf(tag.name);
   if (name.size() > kLongest) {
     name = name.left(kLongest - 1) + QChar(0x2026);
   }

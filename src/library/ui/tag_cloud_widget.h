@@ -1,17 +1,15 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 
-#include <QFont>
 #include <QWidget>
 
 #include "library/tag_cloud.h"
+#include "library/ui/tag_painter.h"
 #include "ui/ui_context.h"
 
 namespace pv {
 
-class PixelPainter;
 class QuietScrollBar;
 
 /// The window side of a CTagCloud: measures texts, turns clicks and keys into the
@@ -63,9 +61,6 @@ class TagCloudWidget : public QWidget {
  private:
   void layOut(bool scrolls);
   [[nodiscard]] int clientRight() const;
-  [[nodiscard]] TextExtent measure(std::int32_t fontIndex, std::string_view text) const;
-  [[nodiscard]] QRectF chipOf(std::int32_t index) const;
-  void paintTag(PixelPainter& painter, const TagDrawItem& item) const;
   [[nodiscard]] std::int32_t tagAt(QPoint position) const;
   void hover(QPoint position);
   void press(QPoint position, Qt::KeyboardModifiers modifiers);
@@ -79,7 +74,7 @@ class TagCloudWidget : public QWidget {
   CTagCloud cloud_;
   TagLayout layout_;
   QuietScrollBar* bar_ = nullptr;
-  std::array<QFont, kTagFontHeights.size()> fonts_;
+  TagPainter tags_;
   QString emptyText_;
   std::int32_t hovered_ = -1;
   std::int32_t current_ = -1;

@@ -23,7 +23,7 @@ TagEditPane::TagEditPane(const UiContext& context, TagDeleteMode& mode, QWidget*
     : QWidget(parent), context_(context), mode_(mode) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(Skin::kRhythm);
+  column->setSpacing(Skin::kRhythm / 2);
   buildEdit(*column);
   buildCloud(*column);
 }
@@ -42,10 +42,8 @@ void TagEditPane::buildEdit(QBoxLayout& column) {
       tr("Add Tag:\nAdds the typed text to the library's tags.\nEnter in the field does the same."),
       this);
   add->setObjectName("8094");
-  hint_ = new TextLabel(context_, QString(), this);
+  hint_ = new NameHint(context_, this);
   hint_->setObjectName("tag hint");
-  hint_->setWordWrap(true);
-  hint_->hide();
   line->addWidget(icon);
   line->addWidget(edit_, 1);
   line->addWidget(add);
@@ -55,7 +53,7 @@ void TagEditPane::buildEdit(QBoxLayout& column) {
   connect(add, &QAbstractButton::clicked, this, &TagEditPane::addTag);
   connect(edit_, &EditBox::enterPressed, this, &TagEditPane::addTag);
   connect(edit_, &QLineEdit::textEdited, this, &TagEditPane::showNameHint);
-  connect(edit_, &FileNameEdit::refused, this, [this] { showHint(tr(kRefusedText)); });
+  connect(edit_, &FileNameEdit::refused, this, [this] { hint_->setText(tr(kRefusedText)); });
 }
 
 void TagEditPane::buildCloud(QBoxLayout& column) {
@@ -70,6 +68,7 @@ void TagEditPane::buildCloud(QBoxLayout& column) {
   row_->setSpacing(Skin::kRhythm);
   row_->addWidget(delete_);
   column.addWidget(view_, 1);
+  column.addSpacing(Skin::kRhythm / 2);
   column.addLayout(row_);
   connect(view_, &TagCloudWidget::clicked, this, &TagEditPane::tagClicked);
   connect(delete_, &QAbstractButton::clicked, this, [this] {
@@ -90,11 +89,11 @@ const CTagCloud& TagEditPane::cloud() const {
 void TagEditPane::open(const LibraryPlace& place, std::string_view libraryRoot) {
   mode_.end();
   edit_->clear();
-  showHint({});
+  hint_->clear();
   cloud().clear();
   cloud().setFolder(place.folder, libraryRoot);
   if (cloud().loadAll() > 0) {
-    showHint(fullText());
+    hint_->setText(fullText());
   }
   refresh();
   view_->rewind();
@@ -111,7 +110,7 @@ void TagEditPane::addTag() {
   const std::string name = edit_->text().toStdString();
   if (!name.empty()) {
     if (cloud().addTag(name) == AddTagResult::Full) {
-      showHint(fullText());
+      hint_->setText(fullText());
     } else {
       showNameHint();
       view_->refresh();
@@ -125,12 +124,7 @@ void TagEditPane::addTag() {
 void TagEditPane::showNameHint() {
   const QString text = edit_->text();
   const bool usable = text.isEmpty() || isValidFileName(text.toStdString());
-  showHint(usable ? QString() : tr("A tag of this name cannot be stored."));
-}
-
-void TagEditPane::showHint(const QString& text) {
-  hint_->setText(text);
-  hint_->setVisible(!text.isEmpty());
+  hint_->setText(usable ? QString() : tr("A tag of this name cannot be stored."));
 }
 
 }  // namespace pv

@@ -13,9 +13,9 @@ class QBoxLayout;
 namespace pv {
 
 class FileNameEdit;
+class NameHint;
 class TagCloudWidget;
 class TextButton;
-class TextLabel;
 
 /// What the save page and the tag-editing panel have in common: the field for a new
 /// tag, the cloud and the button of the mode that deletes tags.
@@ -48,12 +48,11 @@ class TagEditPane : public QWidget {
   void buildCloud(QBoxLayout& column);
   void addTag();
   void showNameHint();
-  void showHint(const QString& text);
 
   const UiContext& context_;
   TagDeleteMode& mode_;
   FileNameEdit* edit_ = nullptr;
-  TextLabel* hint_ = nullptr;
+  NameHint* hint_ = nullptr;
   TagCloudWidget* view_ = nullptr;
   TextButton* delete_ = nullptr;
   QBoxLayout* row_ = nullptr;

@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
   pv::bench::registerMeshStages();
   pv::bench::registerDrawingStages();
   pv::bench::registerFrames();
+  pv::bench::registerLibraryStages();
 #ifdef PV_BENCH_PAINTER
   pv::bench::registerPainter();
 #endif

@@ -10,6 +10,8 @@ void registerMeshStages();
 void registerDrawingStages();
 /// Whole frames, with every setting handed in anew, and still ones.
 void registerFrames();
+/// Listing, tags, filtering and thumbnails of libraries of several sizes.
+void registerLibraryStages();
 /// The toolkit's painter drawing the same segments into an image.
 void registerPainter();
 

@@ -9,7 +9,6 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDragEnterEvent>
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -17,15 +16,30 @@
 #include <QProcess>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
 
 #include "app/application_folder.h"
+#include "app/page_strip_model.h"
 #include "app/ui/quiet_page.h"
 #include "app/ui/window_place.h"
 #include "app/ui/window_style.h"
+#include "library/ui/left_edit_tab.h"
+#include "library/ui/left_load_tab.h"
+#include "library/ui/left_save_tab.h"
+#include "library/ui/library_tab.h"
+#include "library/ui/right_edit_tab.h"
+#include "library/ui/right_load_tab.h"
+#include "library/ui/right_save_tab.h"
+#include "library/ui/tag_cloud_widget.h"
+#include "library/ui/thumb_list_widget.h"
+#include "particle/ui/particle_tab.h"
+#include "path/ui/edit_path_tab.h"
+#include "path/ui/left_path_tab.h"
+#include "shape/shape_file.h"
 #include "shape/ui/tab_emitter.h"
 #include "ui/spin_combo.h"
 #include "util/colour_scheme.h"
@@ -58,8 +72,12 @@ class MainDialogTest : public QObject {
   void stripCyclesThroughThePages();
   void everyEditReachesTheView();
   void titleShowsTheModifierInHand();
+  void modesTakeTheWindowAndGiveItBack();
+  void pathIsDrawnUsedSavedAndLoaded();
   void savedShapeLoadsIdentical();
-  void savingAsksBeforeItReplaces();
+  void filesAreTaggedFoundAndDeleted();
+  void failedSavesKeepTheShape();
+  void particlesReachTheDialog();
   void badFilesKeepTheShape();
   void droppedFileOpens();
   void settingsComeBackAsTexts();
@@ -81,6 +99,42 @@ class MainDialogTest : public QObject {
   }
   ShapeViewWidget& viewWidget() { return *dialog_->findChild<ShapeViewWidget*>(); }
   void click(int id) { QTest::mouseClick(&control(id), Qt::LeftButton); }
+  /// A control of one page, by its number there.
+  template <typename Page, typename Control = QWidget>
+  Control& on(int id) {
+    return *dialog_->findChild<Page*>()->template findChild<Control*>(QString::number(id));
+  }
+  template <typename Page>
+  void press(int id) {
+    QTest::mouseClick(&on<Page>(id), Qt::LeftButton);
+  }
+  template <typename Page>
+  void type(int id, const QString& text) {
+    auto& edit = on<Page, QLineEdit>(id);
+    edit.setFocus();
+    edit.selectAll();
+    QTest::keyClick(&edit, Qt::Key_Delete);
+    QTest::keyClicks(&edit, text);
+  }
+  template <typename Page>
+  void clickFile(int index) {
+    auto& list = *dialog_->findChild<Page*>()->template findChild<ThumbListWidget*>();
+    QTest::mouseClick(&list, Qt::LeftButton, {}, list.cellRect(index).center());
+  }
+  template <typename Page>
+  void clickTag(const char* name, Qt::KeyboardModifiers keys = {}) {
+    auto& cloud = *dialog_->findChild<Page*>()->template findChild<TagCloudWidget*>();
+    const int tag = cloud.cloud().findTag(name);
+    QVERIFY2(tag >= 0, name);
+    QTest::mouseClick(&cloud, Qt::LeftButton, keys, cloud.tagRect(tag).center());
+  }
+  [[nodiscard]] QStringList files(const QString& folder) const {
+    return QDir(root_->filePath("vortex/" + folder)).entryList(QDir::Files, QDir::Name);
+  }
+  [[nodiscard]] QByteArray contents(const QString& name) const {
+    QFile in(root_->filePath("vortex/" + name));
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray("no file");
+  }
   void clickIn3d(int id) {
     auto* tab = dialog_->findChild<CTab3d*>();
     QTest::mouseClick(tab->findChild<QWidget*>(QString::number(id)), Qt::LeftButton);
@@ -101,7 +155,6 @@ class MainDialogTest : public QObject {
     answers_ = std::move(answers);
     asked_ = nullptr;
   }
-  static std::function<void(QWidget*)> pick(const QString& name);
   static void press(QWidget* asked, Qt::Key key) { QTest::keyClick(asked, key); }
 
   std::unique_ptr<QTemporaryDir> root_;
@@ -152,13 +205,6 @@ void MainDialogTest::open(const std::string& place) {
   dialog_->show();
   dialog_->activateWindow();
   QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
-}
-
-std::function<void(QWidget*)> MainDialogTest::pick(const QString& name) {
-  return [name](QWidget* asked) {
-    asked->findChild<QLineEdit*>("fileNameEdit")->setText(name);
-    QMetaObject::invokeMethod(asked, "accept");
-  };
 }
 
 void MainDialogTest::controlsStandInTheirPlaces() {
@@ -245,9 +291,6 @@ void MainDialogTest::everyEditReachesTheView() {
   QCOMPARE(view().shape().mapping, DuplicateMapping::Normal);
   click(8088);
   QCOMPARE(view().shape().mapping, DuplicateMapping::Horizontal);
-  click(8029);
-  click(8032);
-  QVERIFY(!control<QAbstractButton>(8032).isChecked());
 }
 
 void MainDialogTest::titleShowsTheModifierInHand() {
@@ -268,63 +311,204 @@ void MainDialogTest::titleShowsTheModifierInHand() {
   QCOMPARE(detail(), "");
 }
 
+void MainDialogTest::modesTakeTheWindowAndGiveItBack() {
+  struct Row {
+    LeftPage from;
+    std::function<void()> open;
+    Mode mode;
+    const char* title;
+  };
+  const std::vector<Row> rows{
+      {LeftPage::Emitter, [this] { click(8031); }, Mode::LoadShape, "Emitter-Load Shape"},
+      {LeftPage::Emitter, [this] { click(8033); }, Mode::SaveShape, "Emitter-Save Shape"},
+      {LeftPage::Emitter, [this] { click(8032); }, Mode::EditPath, "Emitter-Edit Path"},
+      {LeftPage::Library, [this] { press<CLibraryTab>(8106); }, Mode::LoadShape,
+       "Library-Load Shape"},
+      {LeftPage::Library, [this] { press<CLibraryTab>(8107); }, Mode::EditShapeTags,
+       "Library-Edit 3d Shape Tags"},
+      {LeftPage::Library, [this] { press<CLibraryTab>(8031); }, Mode::EditPathTags,
+       "Library-Edit 2d Path Tags"},
+      {LeftPage::Particles,
+       [this] { QTest::keyClick(dialog_.get(), Qt::Key_O, Qt::ControlModifier); }, Mode::LoadShape,
+       "Emitter-Load Shape"},
+  };
+  click(8028);  // a kind that has a path
+  for (const Row& row : rows) {
+    dialog_->showPage(row.from);
+    row.open();
+    QCOMPARE(dialog_->mode(), row.mode);
+    QCOMPARE(dialog_->windowTitle(), QString("Vortexa-") + row.title);
+    QVERIFY(!part(8019).isEnabled() && !part(1).isEnabled());
+    QCOMPARE(part<QStackedWidget>(8022).currentIndex(),
+             static_cast<int>(traits(row.mode).pages.left));
+    QCOMPARE(part<QStackedWidget>(8028).currentIndex(),
+             static_cast<int>(traits(row.mode).pages.right));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QCOMPARE(dialog_->mode(), Mode::Editing);
+    QVERIFY(part(8019).isEnabled() && part(1).isEnabled());
+    QVERIFY(!control<QAbstractButton>(8032).isChecked());
+    QVERIFY(viewWidget().isVisible());
+  }
+}
+
+void MainDialogTest::pathIsDrawnUsedSavedAndLoaded() {
+  auto& editor = *dialog_->findChild<CEditPathTab*>();
+  const auto clickView = [&](QPoint at) {
+    QTest::mouseMove(&editor.view(), at);
+    QTest::mouseClick(&editor.view(), Qt::LeftButton, {}, at);
+  };
+  click(8029);
+  click(8032);
+  press<CEditPathTab>(8051);
+  for (const QPoint at : {QPoint(300, 100), QPoint(400, 200), QPoint(350, 300)}) {
+    clickView(at);
+  }
+  QCOMPARE(editor.path().count, 3);
+  QVERIFY(part<QLabel>(8058).text().contains("3 of 512"));
+  // Saved and loaded from inside the editor, which shows again after each.
+  press<CLeftPathTab>(8033);
+  QCOMPARE(dialog_->windowTitle(), "Vortexa-Emitter-Save Path");
+  press<CRightSaveTab>(1);
+  QCOMPARE(files("paths"), QStringList{"path-0000.j2d"});
+  QCOMPARE(files("paths/thumbs"), QStringList{"path-0000.bmp"});
+  QCOMPARE(dialog_->mode(), Mode::EditPath);
+  QCOMPARE(part<PanelFrame>(8029).name(), "path-0000");
+  const PathRecord drawn = editor.path();
+  press<CEditPathTab>(8039);
+  QCOMPARE(editor.path().count, 0);
+  press<CLeftPathTab>(8031);
+  clickFile<CRightLoadTab>(0);
+  press<CRightLoadTab>(1);
+  QCOMPARE(dialog_->mode(), Mode::EditPath);
+  QVERIFY(editor.path() == drawn);
+  // Cancelled, then used.
+  press<CEditPathTab>(2);
+  QCOMPARE(view().shape().path.count, 0);
+  click(8032);
+  QCOMPARE(editor.path().count, 0);
+  press<CLeftPathTab>(8031);
+  clickFile<CRightLoadTab>(0);
+  press<CRightLoadTab>(1);
+  press<CEditPathTab>(1);
+  QVERIFY(view().shape().path == drawn);
+  QCOMPARE(view().mesh().ProfileCount(), 3);
+  QVERIFY(!control<QAbstractButton>(8032).isChecked());
+  QVERIFY(dialog_->mode() == Mode::Editing && dialog_->windowTitle() == "Vortexa-Emitter");
+}
+
 void MainDialogTest::savedShapeLoadsIdentical() {
   click(8026);
   control<CSpinCombo>(8034).moveTo(12);
-  for (const char* name : {"one", "two.j3d", "three.J3D", "four.five"}) {
-    const ShapeRecord made = view().shape();
-    answer({pick(name)});
-    click(8033);
-    const QString stem = QString(name).remove(".j3d", Qt::CaseInsensitive);
-    QTRY_VERIFY(QFile::exists(file(stem + ".j3d")));
-    QTRY_COMPARE(part<PanelFrame>(8029).name(), stem);
-    click(8024);
-    answer({pick(file(stem + ".j3d"))});
-    click(8031);
-    QTRY_COMPARE(view().shape().emitter.kind, EmitterKind::GridPatch);
-    QVERIFY(view().shape() == made);
-    QVERIFY(control<QAbstractButton>(8026).isChecked());
-  }
-  QCOMPARE(control<QLabel>(8061).text(), "Total Emitter Count = 143");
-  // Typed, but not entered; and by the keyboard.
-  type(8039, "5");
-  answer({pick("typed")});
-  dialog_->activateWindow();
-  QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
+  type(8039, "5");  // typed, but not entered
   QTest::keyClick(dialog_.get(), Qt::Key_S, Qt::ControlModifier);
-  QTRY_VERIFY(QFile::exists(file("typed.j3d")));
-  QCOMPARE(view().shape().emitter.verticalAmount, 5);
+  QCOMPARE((on<CLeftSaveTab, QLineEdit>(8092).text()), "shpe");
+  type<CLeftSaveTab>(8092, " My:Rings/ ");
+  type<CLeftSaveTab>(8096, "Rings");
+  QTest::keyClick(&on<CLeftSaveTab>(8096), Qt::Key_Return);
+  QCOMPARE(dialog_->mode(), Mode::SaveShape);
+  press<CRightSaveTab>(1);
+  QCOMPARE(dialog_->mode(), Mode::Editing);
+  QCOMPARE(files("shapes"), QStringList{"myrings-0000.j3d"});
+  QCOMPARE(files("shapes/thumbs"), QStringList{"myrings-0000.bmp"});
+  QCOMPARE(files("shapes/tagdb"), QStringList{"myrings-0000.tdb"});
+  QCOMPARE(part<PanelFrame>(8029).name(), "myrings-0000");
+  const ShapeRecord made = view().shape();
+  QVERIFY(made.emitter.verticalAmount == 5 && made.emitter.horizontalAmount == 12);
+
+  click(8024);
+  click(8033);  // the name is remembered, the number is the next one
+  press<CRightSaveTab>(1);
+  QCOMPARE(files("shapes"), (QStringList{"myrings-0000.j3d", "myrings-0001.j3d"}));
+  click(8031);
+  QVERIFY(!on<CRightLoadTab>(1).isEnabled());
+  clickFile<CRightLoadTab>(0);
+  press<CRightLoadTab>(1);
+  QVERIFY(view().shape() == made);
+  QVERIFY(control<QAbstractButton>(8026).isChecked());
+  QCOMPARE(part<PanelFrame>(8029).name(), "myrings-0000");
+  dialog_.reset();
+  QVERIFY(registry_->query(kSettingsKey, "CoreShapeFilename") == RegistryValue("myrings"));
 }
 
-void MainDialogTest::savingAsksBeforeItReplaces() {
-  const auto bytes = [this] {
-    QFile saved(file("mine.j3d"));
-    return saved.open(QIODevice::ReadOnly) ? saved.readAll() : QByteArray();
+void MainDialogTest::filesAreTaggedFoundAndDeleted() {
+  const auto addTag = [this](const char* tag) {
+    type<CRightSaveTab>(8091, tag);
+    press<CRightSaveTab>(8094);
   };
-  const auto enter = [](QWidget* asked) { press(asked, Qt::Key_Return); };
-  const auto giveUp = [](QWidget* asked) { press(asked, Qt::Key_Escape); };
-  answer({pick("mine")});
-  click(8033);
-  QTRY_COMPARE(bytes().size(), 6494);
-  const QByteArray first = bytes();
+  const auto shown = [this] {
+    return dialog_->findChild<CRightLoadTab*>()->findChild<ThumbListWidget*>()->list().shownNames();
+  };
+  using Names = std::vector<std::string>;
+  // Three shapes: red, red and blue, none.
+  for (int i = 0; i < 3; ++i) {
+    click(8033);
+    if (i == 0) {
+      addTag("red");
+      addTag("blue");
+    }
+    if (i < 2) {
+      clickTag<CRightSaveTab>("red");
+      QCOMPARE((on<CLeftSaveTab, QAbstractButton>(8102).text()), "red");
+    }
+    if (i == 1) {
+      clickTag<CRightSaveTab>("blue", Qt::ControlModifier);
+    }
+    press<CRightSaveTab>(1);
+  }
+  QCOMPARE(contents("shapes/tags/red.tag"), "shpe-0000\r\nshpe-0001\r\n");
+  QCOMPARE(contents("shapes/tags/blue.tag"), "shpe-0001\r\n");
+  QCOMPARE(contents("shapes/tagdb/shpe-0001.tdb").split('\n').size(), 3);
+
+  open();  // started again
+  click(8031);
+  QCOMPARE(shown(), (Names{"shpe-0000", "shpe-0001", "shpe-0002"}));
+  clickTag<CLeftLoadTab>("red");
+  QCOMPARE(shown(), (Names{"shpe-0000", "shpe-0001"}));
+  clickTag<CLeftLoadTab>("blue", Qt::AltModifier);
+  QCOMPARE(shown(), Names{"shpe-0000"});
+  press<CRightLoadTab>(2);
+
+  dialog_->showPage(LeftPage::Library);
+  press<CLibraryTab>(8107);
+  clickFile<CRightEditTab>(2);
+  clickTag<CLeftEditTab>("blue");
+  QCOMPARE(contents("shapes/tagdb/shpe-0002.tdb"), "blue\r\n");
+  press<CRightEditTab>(3);
+  clickFile<CRightEditTab>(0);
+  press<CRightEditTab>(2);
+  QCOMPARE(files("shapes"), (QStringList{"shpe-0001.j3d", "shpe-0002.j3d"}));
+  QCOMPARE(contents("shapes/tags/red.tag"), "shpe-0001\r\n");
+  QCOMPARE(contents("shapes/tags/blue.tag"), "shpe-0001\r\nshpe-0002\r\n");
+  QCOMPARE(dialog_->windowTitle(), "Vortexa-Library");
+}
+
+void MainDialogTest::failedSavesKeepTheShape() {
   click(8026);
-  answer({pick("mine"), enter, giveUp});  // back in the file dialog after a No
+  const ShapeRecord made = view().shape();
+  // A folder stands where the file belongs.
+  QVERIFY(QDir(root_->path()).mkpath(file("shpe-0000.j3d/x")));
   click(8033);
-  QTRY_VERIFY(answers_.empty() && QApplication::activeModalWidget() == nullptr);
-  QCOMPARE(bytes(), first);
-  answer({pick("mine.j3d"), [](QWidget* asked) { press(asked, Qt::Key_Y); }});
-  click(8033);
-  QTRY_VERIFY(bytes() != first);
-  // A folder cannot be replaced.
-  QVERIFY(QDir(root_->path()).mkpath(file("folder.j3d")));
-  QString reason;
-  answer({pick("folder"), [](QWidget* asked) { press(asked, Qt::Key_Y); },
-          [&](QWidget* asked) {
-            reason = qobject_cast<QMessageBox*>(asked)->text();
-            press(asked, Qt::Key_Return);
-          }});
-  click(8033);
-  QTRY_VERIFY(reason.contains("folder.j3d"));
+  press<CRightSaveTab>(1);
+  QVERIFY(part<PanelFrame>(8029).name().startsWith("Not saved: "));
+  QVERIFY(view().shape() == made && dialog_->mode() == Mode::Editing);
+  // No name, and no library.
+  for (const bool folder : {true, false}) {
+    if (!folder) {
+      QVERIFY(QDir(root_->filePath("vortex")).removeRecursively());
+    }
+    click(8033);
+    type<CLeftSaveTab>(8092, folder ? "  " : "gone");
+    press<CRightSaveTab>(1);
+    QCOMPARE(part<PanelFrame>(8029).name(), "Not saved: there is no file name");
+    QVERIFY(dialog_->mode() == Mode::Editing);
+  }
+  QVERIFY(!QDir(root_->filePath("vortex")).exists());
+}
+
+void MainDialogTest::particlesReachTheDialog() {
+  dialog_->showPage(LeftPage::Particles);
+  on<CParticleTab, CSpinCombo>(8082).moveTo(77);
+  QCOMPARE(dialog_->particles().trigger, 77);
 }
 
 void MainDialogTest::badFilesKeepTheShape() {
@@ -360,9 +544,7 @@ void MainDialogTest::droppedFileOpens() {
     return enter.isAccepted();
   };
   click(8027);
-  answer({pick("dropped")});
-  click(8033);
-  QTRY_VERIFY(QFile::exists(file("dropped.j3d")));
+  QVERIFY(SaveShapeFile(pathOf(file("dropped")), view().shape()).ok());
   click(8024);
   const auto local = [this](const char* name) { return QUrl::fromLocalFile(file(name)); };
   QVERIFY(!drop({}));

@@ -1,10 +1,10 @@
 #include "app/ui/main_dialog.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <utility>
 
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -13,16 +13,19 @@
 #include <QShortcut>
 #include <QStackedWidget>
 
-#include "app/application_folder.h"
-#include "app/ui/file_questions.h"
+#include "app/page_strip_model.h"
+#include "app/ui/library_desk.h"
+#include "app/ui/messages.h"
 #include "app/ui/quiet_page.h"
 #include "app/ui/window_place.h"
-#include "shape/emitter_page.h"
+#include "library/ui/library_tab.h"
+#include "particle/ui/particle_tab.h"
+#include "path/ui/edit_path_tab.h"
+#include "path/ui/left_path_tab.h"
 #include "shape/ui/tab_emitter.h"
 #include "ui/controls.h"
 #include "ui/dialog_units.h"
 #include "ui/page_strip.h"
-#include "util/program_path.h"
 #include "view3d/ui/tab_3d.h"
 
 namespace pv {
@@ -42,16 +45,8 @@ constexpr DialogRect kCancel{559, 402, 50, 14};
 
 constexpr QSize kLeastSize(320, 200);
 
-// Of the emitter page.
-constexpr int kLoadRequest = 1;
-constexpr int kSaveRequest = 2;
-
 QRect toRect(DialogRect r) {
   return {r.x, r.y, r.width, r.height};
-}
-
-QString inPath(const std::filesystem::path& path) {
-  return QString::fromStdU16String(path.u16string());
 }
 
 QString toText(std::string_view text) {
@@ -86,8 +81,7 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
     : setup_(setup),
       registry_(registry),
       coreNames_(readCoreNames(registry)),
-      context_{skinFrom(readColourScheme(registry)), ImageStore(setup.applicationFolder)},
-      folder_(inPath(hostPath(setup.applicationFolder + "\\" + std::string(kShapeLibrary)))) {
+      context_{skinFrom(readColourScheme(registry)), ImageStore(setup.applicationFolder)} {
   setAcceptDrops(true);
   setMinimumSize(kLeastSize);
   setFont(context_.skin.font);
@@ -101,11 +95,14 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
   desk_ = new QWidget;
   desk_->setMinimumSize(toRect(inPixels(kDialog)).size());
   scroll_->setWidget(desk_);
+  libraries_ = new LibraryDesk(context_, setup_.applicationFolder, this);
+  buildStrip();
   buildLeftPanel();
   buildRightPanel();
   addHiddenButton(desk_, "1", "OK", kOk);
   addHiddenButton(desk_, "2", "Cancel", kCancel);
   desk_->installEventFilter(this);
+  connectPages();
   connectModifiers();
   addKeys();
 
@@ -119,7 +116,7 @@ MainDialog::~MainDialog() {
   writeCoreNames(registry_, coreNames_);
 }
 
-void MainDialog::buildLeftPanel() {
+void MainDialog::buildStrip() {
   std::vector<PageStrip::Tab> tabs;
   tabs.reserve(kStripTabs.size());
   for (const StripTab& tab : kStripTabs) {
@@ -127,36 +124,42 @@ void MainDialog::buildLeftPanel() {
   }
   strip_ = new PageStrip(context_, std::move(tabs), desk_);
   strip_->setObjectName("8019");
-  connect(strip_, &PageStrip::nextRequested, this, [this] { showPage(nextPage(page_)); });
+  connect(strip_, &PageStrip::nextRequested, this, [this] { showPage(nextPage(page())); });
   connect(strip_, &PageStrip::tabRequested, this, [this](int tab) { showPage(pageOfTab(tab)); });
+}
 
+void MainDialog::buildLeftPanel() {
   leftFrame_ = new PanelFrame(context_, desk_);
   leftFrame_->setObjectName("8020");
   leftHost_ = new QStackedWidget(desk_);
   leftHost_->setObjectName("8022");
+  library_ = new CLibraryTab(context_);
   emitter_ = new CTabEmitter(context_);
-  connect(emitter_, &CTabEmitter::command, this, &MainDialog::emitterCommand);
-  // Queued, so that a file dialog does not hold up the page's notification.
-  connect(
-      this, &MainDialog::fileRequested, this,
-      [this](int request) { request == kLoadRequest ? loadShape() : saveShape(); },
-      Qt::QueuedConnection);
+  particleTab_ = new CParticleTab(context_);
+  pathPage_ = new CLeftPathTab(context_);
   // In the order of LeftPage.
-  leftHost_->addWidget(new QuietPage(context_, tr("The libraries are not part of this version.")));
-  leftHost_->addWidget(emitter_);
-  leftHost_->addWidget(
-      new QuietPage(context_, tr("Particle settings are not part of this version.")));
-  leftHost_->addWidget(new QuietPage(context_, tr("There are no forces to set.")));
+  for (QWidget* page : std::initializer_list<QWidget*>{
+           library_, emitter_, particleTab_,
+           new QuietPage(context_, tr("There are no forces to set.")), pathPage_,
+           libraries_->page(LeftPage::Save), libraries_->page(LeftPage::Load),
+           libraries_->page(LeftPage::EditTags)}) {
+    leftHost_->addWidget(page);
+  }
 }
 
 void MainDialog::buildRightPanel() {
   rightFrame_ = new PanelFrame(context_, desk_);
   rightFrame_->setObjectName("8029");
-  rightFrame_->setTitle(tr("Emitter"));
   rightHost_ = new QStackedWidget(desk_);
   rightHost_->setObjectName("8028");
   tab3d_ = new CTab3d(context_);
-  rightHost_->addWidget(tab3d_);
+  pathEditor_ = new CEditPathTab(context_);
+  // In the order of RightPage.
+  for (QWidget* page : std::initializer_list<QWidget*>{
+           tab3d_, pathEditor_, libraries_->page(RightPage::Save),
+           libraries_->page(RightPage::Load), libraries_->page(RightPage::EditTags)}) {
+    rightHost_->addWidget(page);
+  }
   information_ = new TextLabel(context_, QString(), desk_);
   information_->setObjectName("8058");
   information_->setContentsMargins(2, 4, 0, 0);
@@ -175,11 +178,28 @@ void MainDialog::connectModifiers() {
   }
 }
 
+void MainDialog::showModifier() {
+  const ShapeView& view = tab3d_->view().view();
+  const ModifierKind kind = view.SelectedModifier();
+  const bool shown = mode() == Mode::Editing && isModifier(kind);
+  rightFrame_->setDetail(shown ? modifierText(kind, view.modifiers()) : QString());
+}
+
 void MainDialog::addKeys() {
-  auto* load = new QShortcut(QKeySequence::Open, this);
-  connect(load, &QShortcut::activated, this, &MainDialog::loadShape);
-  auto* save = new QShortcut(QKeySequence::Save, this);
-  connect(save, &QShortcut::activated, this, &MainDialog::saveShape);
+  // The same as Load and Save of the page that shows.
+  const auto file = [this](QKeySequence::StandardKey keys, int code) {
+    auto* shortcut = new QShortcut(keys, this);
+    connect(shortcut, &QShortcut::activated, this, [this, code] {
+      if (mode() == Mode::Editing) {
+        showPage(LeftPage::Emitter);
+      }
+      if (page() == LeftPage::Emitter || page() == LeftPage::Path) {
+        leftCommand({code});
+      }
+    });
+  };
+  file(QKeySequence::Open, 1);
+  file(QKeySequence::Save, 2);
   // A file dropped on a number field is meant for the window.
   for (auto* field : desk_->findChildren<QLineEdit*>()) {
     field->setAcceptDrops(false);
@@ -212,67 +232,52 @@ void MainDialog::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
 }
 
-void MainDialog::showPage(LeftPage page) {
-  page_ = page;
-  leftHost_->setCurrentIndex(static_cast<int>(page));
-  strip_->setCurrent(tabOfPage(page));
-  information_->setText(toText(informationLine(page)));
-  setWindowTitle(toText(pv::windowTitle(page)));
-}
-
-// --- the current shape ---------------------------------------------------------
-
-void MainDialog::emitterCommand() {
-  const int request = emitter_->pendingRequest();
-  if (request == kLoadRequest || request == kSaveRequest) {
-    emit fileRequested(request);
-    return;
-  }
-  collectEmitterPage();
-  if (emitter_->editPathRequest() == 1) {
-    emitter_->releaseEditPath();
-  }
-}
-
-void MainDialog::collectEmitterPage() {
-  ShapeRecord shape = tab3d_->shape();
-  storeEmitterPage(emitter_->state(), shape);
-  applyShape(shape);
-  showName();
-}
-
-void MainDialog::applyShape(const ShapeRecord& shape) {
-  tab3d_->setShape(shape);
-  emitter_->setPathPointCount(tab3d_->view().view().mesh().ProfileCount());
-}
-
-void MainDialog::showModifier() {
-  const ShapeView& view = tab3d_->view().view();
-  const ModifierKind kind = view.SelectedModifier();
-  rightFrame_->setDetail(isModifier(kind) ? modifierText(kind, view.modifiers()) : QString());
-}
-
 // --- window events -------------------------------------------------------------
 
-// F1 names the help page; no browser is started. Other keys that no control
-// took, Enter and Escape among them, do nothing here.
+// F1 names the help page; no browser is started. In a mode Escape is its way out
+// and Enter its default button; in the editing layout neither does anything.
 void MainDialog::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) {
-    tell(this, tr("Help"), toText(setup_.helpPath));
-    return;
+  switch (event->key()) {
+    case Qt::Key_F1:
+      tell(this, tr("Help"), toText(setup_.helpPath));
+      return;
+    case Qt::Key_Escape:
+      if (mode() != Mode::Editing) {
+        pressCancel();
+        return;
+      }
+      break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (pressDefault()) {
+        return;
+      }
+      break;
+    default:
+      break;
   }
   QWidget::keyPressEvent(event);
 }
 
+// A shape while shapes are edited, a path while a path is.
 void MainDialog::dragEnterEvent(QDragEnterEvent* event) {
-  if (!draggedShape(*event->mimeData()).isEmpty()) {
+  if (!draggedFile(*event->mimeData(), droppedSuffix()).isEmpty()) {
     event->acceptProposedAction();
   }
 }
 
 void MainDialog::dropEvent(QDropEvent* event) {
-  openFile(draggedShape(*event->mimeData()));
+  const QString file = draggedFile(*event->mimeData(), droppedSuffix());
+  if (mode() == Mode::EditPath) {
+    loadPathFile(QFileInfo(file).filesystemAbsoluteFilePath(), PathTarget::Editor);
+  } else if (!file.isEmpty()) {
+    openFile(file);
+  }
   event->acceptProposedAction();
+}
+
+QString MainDialog::droppedSuffix() const {
+  return mode() == Mode::Editing ? ".j3d" : mode() == Mode::EditPath ? ".j2d" : "";
 }
 
 }  // namespace pv

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include <QString>
 #include <QWidget>
 
-#include "app/page_strip_model.h"
+#include "app/modes.h"
 #include "app/settings.h"
+#include "particle/particle_settings.h"
 #include "ui/ui_context.h"
 
 class QScrollArea;
@@ -14,11 +18,18 @@ class QStackedWidget;
 
 namespace pv {
 
+class CEditPathTab;
+class CLeftPathTab;
+class CLibraryTab;
+class CParticleTab;
 class CTab3d;
 class CTabEmitter;
+class LibraryDesk;
 class PageStrip;
 class PanelFrame;
 class TextLabel;
+struct PathRecord;
+struct SaveReport;
 struct ShapeRecord;
 
 /// What the main dialog is started with.
@@ -28,7 +39,8 @@ struct MainDialogSetup {
 };
 
 /// The program's window: owns every page, the current shape (inside the 3D
-/// page's view) and the core names, and is the one place where pages meet.
+/// page's view) and the core names, and is the one place where pages meet. What a
+/// page's command leads to is decided by ModeLayout; the dialog performs it.
 ///
 /// Life cycle: made once with a registry that outlives it, which it reads at
 /// once and writes when it is destroyed; shown; closed, which ends the program.
@@ -44,12 +56,11 @@ class MainDialog : public QWidget {
   /// loaded until something else happens.
   void openFile(const QString& file);
 
-  [[nodiscard]] LeftPage page() const { return page_; }
+  [[nodiscard]] LeftPage page() const { return modes_.pages().left; }
+  [[nodiscard]] Mode mode() const { return modes_.mode(); }
+  /// One of the strip's pages; nothing happens while a mode is open.
   void showPage(LeftPage page);
-
- signals:
-  /// The emitter page's request for a file, 1 to load and 2 to save.
-  void fileRequested(int request);
+  [[nodiscard]] const ParticleSettings& particles() const { return particles_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -60,27 +71,54 @@ class MainDialog : public QWidget {
 
  private:
   void buildLeftPanel();
+  void buildStrip();
   void buildRightPanel();
   void placeControls();
-  void emitterCommand();
-  void collectEmitterPage();
-  void applyShape(const ShapeRecord& shape);
-  void loadShape();
-  void saveShape();
+  void connectPages();
   void connectModifiers();
   void addKeys();
+
+  // Commands and modes.
+  void leftCommand(PageResult result);
+  void rightCommand(PageResult result);
+  void perform(const std::vector<ModeStep>& steps);
+  void perform(ModeStep step);
+  void performOnDocument(ModeStep step);
+  void loadChosen(ModeStep step);
+  void openSavePanels();
+  void showLayout();
+  void giveFocus();
+  void showInformation();
+  void showPreview();
+  void pressCancel();
+  [[nodiscard]] QString droppedSuffix() const;
+  [[nodiscard]] bool pressDefault();
+
+  // The current shape, its path and files.
+  void collectEmitterPage();
+  void applyShape(const ShapeRecord& shape);
+  void takePath(const PathRecord& path);
+  void loadShapeFile(const std::filesystem::path& file);
+  enum class PathTarget : std::uint8_t { Shape, Editor };
+  void loadPathFile(const std::filesystem::path& file, PathTarget target);
+  void saveShapeFile();
+  void savePathFile();
+  void tellSave(const SaveReport& report);
+  [[nodiscard]] std::string& coreName();
   /// The panel's title: the shape's name, or why another one is not there.
   void showName(const QString& fault = {});
   void showModifier();
-  void setFile(const QString& file);
 
   MainDialogSetup setup_;
   UserRegistry& registry_;
   CoreNames coreNames_;
   UiContext context_;
-  LeftPage page_ = LeftPage::Emitter;
-  QString folder_;     ///< where Load and Save open
+  ModeLayout modes_;
+  Mode shownMode_ = Mode::EditPath;  ///< any but the first
+  ParticleSettings particles_;
   QString shapeName_;  ///< without folder and suffix; empty for a new shape
+  QString pathName_;   ///< the same for the path that is edited
+  QString fault_;      ///< why something was not loaded or saved
 
   QScrollArea* scroll_ = nullptr;  ///< for screens that are too small
   QWidget* desk_ = nullptr;        ///< holds all controls, in dialog units
@@ -90,8 +128,13 @@ class MainDialog : public QWidget {
   QStackedWidget* leftHost_ = nullptr;
   QStackedWidget* rightHost_ = nullptr;
   TextLabel* information_ = nullptr;
+  CLibraryTab* library_ = nullptr;
   CTabEmitter* emitter_ = nullptr;
+  CParticleTab* particleTab_ = nullptr;
+  CLeftPathTab* pathPage_ = nullptr;
   CTab3d* tab3d_ = nullptr;
+  CEditPathTab* pathEditor_ = nullptr;
+  LibraryDesk* libraries_ = nullptr;
 };
 
 }  // namespace pv

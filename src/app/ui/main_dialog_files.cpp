@@ -1,11 +1,17 @@
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include <QFileInfo>
 
-#include "app/ui/file_questions.h"
+#include "app/document_picture.h"
+#include "app/ui/library_desk.h"
 #include "app/ui/main_dialog.h"
+#include "app/ui/messages.h"
 #include "app/ui/quiet_page.h"
+#include "path/path_file.h"
+#include "path/ui/edit_path_tab.h"
+#include "path/ui/path_view_widget.h"
 #include "shape/emitter_page.h"
 #include "shape/shape_file.h"
 #include "shape/ui/tab_emitter.h"
@@ -14,57 +20,117 @@
 namespace pv {
 namespace {
 
-std::filesystem::path toPath(const QString& name) {
-  return QFileInfo(name).filesystemAbsoluteFilePath();
+QString stemOf(const std::filesystem::path& file) {
+  return QFileInfo(file).completeBaseName();
 }
 
 }  // namespace
 
+// --- the current shape ---------------------------------------------------------
+
+void MainDialog::collectEmitterPage() {
+  ShapeRecord shape = tab3d_->shape();
+  storeEmitterPage(emitter_->state(), shape);
+  applyShape(shape);
+  showName();
+}
+
+void MainDialog::applyShape(const ShapeRecord& shape) {
+  tab3d_->setShape(shape);
+  emitter_->setPathPointCount(tab3d_->view().view().mesh().ProfileCount());
+}
+
+void MainDialog::takePath(const PathRecord& path) {
+  ShapeRecord shape = tab3d_->shape();
+  shape.path = path;
+  applyShape(shape);
+  showName();
+}
+
+std::string& MainDialog::coreName() {
+  return modes_.modeKind() == ModeKind::Path ? coreNames_.path : coreNames_.shape;
+}
+
+// --- loading ---------------------------------------------------------------------
+
 void MainDialog::openFile(const QString& file) {
-  const auto shape = LoadShapeFile(toPath(file));
+  loadShapeFile(QFileInfo(file).filesystemAbsoluteFilePath());
+}
+
+void MainDialog::loadShapeFile(const std::filesystem::path& file) {
+  const auto shape = LoadShapeFile(file);
   if (!shape) {
     showName(tr("Not loaded: %1").arg(QFileInfo(file).fileName()));
     return;
   }
   emitter_->setState(emitterPageOf(shape.value(), emitter_->state().emitter.selectedAxis));
   applyShape(shape.value());
+  shapeName_ = stemOf(file);
+  showName();
   showModifier();
-  setFile(file);
 }
 
-void MainDialog::loadShape() {
-  const QString file = askShapeToLoad(this, folder_);
-  if (!file.isEmpty()) {
-    openFile(file);
-  }
-}
-
-void MainDialog::saveShape() {
-  // A number that is still being typed belongs to the shape.
-  if (QWidget* focus = focusWidget()) {
-    focus->clearFocus();
-  }
-  const QString name = askShapeToSave(this, folder_, shapeName_);
-  if (name.isEmpty()) {
+void MainDialog::loadPathFile(const std::filesystem::path& file, PathTarget target) {
+  if (target == PathTarget::Editor) {
+    if (pathEditor_->view().view().load(file)) {
+      pathEditor_->view().update();
+      pathEditor_->showChoices();
+      pathName_ = stemOf(file);
+      showName();
+      return;
+    }
+  } else if (const auto path = LoadPathFile(file)) {
+    takePath(path.value());
     return;
   }
-  collectEmitterPage();  // the mapping is read only now
-  const Status saved = SaveShapeFile(toPath(name), tab3d_->shape());
-  if (saved) {
-    setFile(name + ".j3d");
+  showName(tr("Not loaded: %1").arg(QFileInfo(file).fileName()));
+}
+
+// --- saving ----------------------------------------------------------------------
+
+void MainDialog::openSavePanels() {
+  BmpPicture picture;
+  if (modes_.modeKind() == ModeKind::Path) {
+    picture = pathThumbnail(pathEditor_->path(), pathEditor_->view().view().viewport());
   } else {
-    tell(this, tr("Save 3d Shape"), QString::fromStdString(saved.error().message()));
+    const ShapeView& view = tab3d_->view().view();
+    picture = shapeThumbnail(tab3d_->shape(), lookOf(view), view.width(), view.height());
   }
+  libraries_->openSave(traits(mode()), coreName(), picture);
 }
 
-void MainDialog::setFile(const QString& file) {
-  folder_ = QFileInfo(file).absolutePath();
-  shapeName_ = QFileInfo(file).completeBaseName();
-  showName();
+void MainDialog::saveShapeFile() {
+  collectEmitterPage();  // the mapping is read only now
+  const SaveReport report = libraries_->save(
+      [this](const std::filesystem::path& name) { return SaveShapeFile(name, tab3d_->shape()); });
+  if (report.saved()) {
+    shapeName_ = QString::fromStdString(report.name);
+  }
+  tellSave(report);
 }
 
-void MainDialog::showName(const QString& fault) {
-  rightFrame_->setName(fault.isEmpty() ? shapeName_ : fault);
+void MainDialog::savePathFile() {
+  const SaveReport report = libraries_->save([this](const std::filesystem::path& name) {
+    return SavePathFile(name, pathEditor_->path());
+  });
+  if (report.saved()) {
+    pathName_ = QString::fromStdString(report.name);
+  }
+  tellSave(report);
+}
+
+// Only the picture's failures are told with a box; the title bar tells the rest.
+void MainDialog::tellSave(const SaveReport& report) {
+  if (report.saved()) {
+    showName();
+  } else if (report.name.empty()) {
+    showName(tr("Not saved: there is no file name"));
+  } else {
+    showName(tr("Not saved: %1").arg(QString::fromStdString(report.dataFailure->message())));
+  }
+  if (report.thumbnailFailure) {
+    tell(this, windowTitle(), QString::fromStdString(bmpFailureText(*report.thumbnailFailure)));
+  }
 }
 
 }  // namespace pv

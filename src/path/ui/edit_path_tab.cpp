@@ -49,6 +49,11 @@ CEditPathTab::CEditPathTab(const UiContext& context, QWidget* parent)
   resize(CEditPathTab::sizeHint());
 }
 
+CEditPathTab::~CEditPathTab() {
+  // The view answers once more when it loses the focus with the window.
+  disconnect(view_, nullptr, this, nullptr);
+}
+
 QAbstractButton* CEditPathTab::makeButton(const EditPathButton& row) {
   QAbstractButton* button = nullptr;
   if (row.image == nullptr) {

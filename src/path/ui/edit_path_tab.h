@@ -18,9 +18,11 @@ namespace pv {
 /// ways out. All that they choose lives in the view; the buttons only show it.
 class CEditPathTab : public QWidget {
   Q_OBJECT
+  Q_DISABLE_COPY_MOVE(CEditPathTab)
 
  public:
   explicit CEditPathTab(const UiContext& context, QWidget* parent = nullptr);
+  ~CEditPathTab() override;
 
   [[nodiscard]] PathViewWidget& view() { return *view_; }
   [[nodiscard]] const PathViewWidget& view() const { return *view_; }

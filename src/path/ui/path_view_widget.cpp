@@ -1,10 +1,12 @@
 #include "path/ui/path_view_widget.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <span>
+#include <string>
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -21,8 +23,8 @@ constexpr float kAngleOfNotch = 120.0F;  // as the toolkit counts a wheel's turn
 enum class KeyAction : std::uint8_t { ToView, SelectAll, Undo, Redo };
 
 struct KeyRow {
-  Qt::KeyboardModifiers modifiers;
-  Qt::Key key;
+  Qt::KeyboardModifiers modifiers = Qt::NoModifier;
+  Qt::Key key = Qt::Key_unknown;
   KeyAction action = KeyAction::ToView;
   PathKey pathKey = PathKey::Escape;
 };
@@ -128,7 +130,7 @@ void PathViewWidget::loadCursors() {
     const std::string image(pathCursorImage(static_cast<PathCursor>(i)));
     cursors_[i] = image.empty()
                       ? QCursor(Qt::ArrowCursor)
-                      : context_.images.cursor("\\bin\\program\\" + image + ".cur", cursorRatio_);
+                      : context_.images.cursor(R"(\bin\program\)" + image + ".cur", cursorRatio_);
   }
   setCursor(cursors_[static_cast<std::size_t>(shown_)]);
 }

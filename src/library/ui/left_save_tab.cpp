@@ -96,6 +96,9 @@ TextLabel* CLeftSaveTab::addLabel(QBoxLayout& column, const char* id, const QStr
   auto* label = new TextLabel(context_, text, this);
   label->setObjectName(id);
   label->setWordWrap(true);
+  QSizePolicy policy = label->sizePolicy();
+  policy.setVerticalPolicy(QSizePolicy::Fixed);
+  label->setSizePolicy(policy);
   column.addWidget(label);
   return label;
 }

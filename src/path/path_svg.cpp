@@ -21,8 +21,8 @@ struct Sides {
 
 /// Where the point lies in the drawing, y downwards.
 PlanePoint drawn(Vec3 point, const PathViewport& axes) {
-  const double across = static_cast<double>(point.axis(axes.horizontalAxis()));
-  const double up = static_cast<double>(point.axis(axes.verticalAxis()));
+  const auto across = static_cast<double>(point.axis(axes.horizontalAxis()));
+  const auto up = static_cast<double>(point.axis(axes.verticalAxis()));
   return {across, axes.verticalSign() < 0 ? up : 0.0 - up};
 }
 
@@ -45,7 +45,7 @@ std::string frameText(const Sides& sides) {
   constexpr double kStroke = 0.01;
   const double size = std::max(sides.right - sides.left, sides.bottom - sides.top);
   const double margin = kMargin * size;
-  return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"512\" height=\"512\" viewBox=\"" +
+  return R"(<svg xmlns="http://www.w3.org/2000/svg" width="512" height="512" viewBox=")" +
          pair(sides.left - margin, sides.top - margin) + " " +
          pair(sides.right - sides.left + 2 * margin, sides.bottom - sides.top + 2 * margin) +
          "\">\n  <path fill=\"none\" stroke=\"#000\" stroke-linejoin=\"round\" stroke-width=\"" +

@@ -124,7 +124,7 @@ Result<Affine> parseTransform(std::string_view list) {
   }
   scanner = SvgScanner(list);
   while (!scanner.atEnd()) {
-    const auto next = parseOneTransform(scanner);
+    auto next = parseOneTransform(scanner);
     if (!next) {
       return next;
     }

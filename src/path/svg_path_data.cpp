@@ -152,7 +152,7 @@ Status drawPathData(std::string_view data, OutlinePen& pen) {
     scanner.take(letter);
     scanner.skipBlanks();
     const bool relative = letter == command->letter;
-    if (const auto drawn = drawCommand(scanner, command, relative, drawer, pen); !drawn) {
+    if (auto drawn = drawCommand(scanner, command, relative, drawer, pen); !drawn) {
       return drawn;
     }
   }

@@ -76,7 +76,7 @@ CLeftSaveTab::CLeftSaveTab(const UiContext& context, QWidget* parent)
   setAttribute(Qt::WA_OpaquePaintEvent);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, kGap, 0, kGap);
-  column->setSpacing(kSmallGap);
+  column->setSpacing(0);  // every gap is said where it is
   buildThumbnail(*column);
   buildFileName(*column);
   buildTags(*column);
@@ -89,36 +89,33 @@ SectionHeader* CLeftSaveTab::addHeader(QBoxLayout& column, const char* id, const
   header->setObjectName(id);
   header->setFixedHeight(kHeader);
   column.addWidget(header);
+  column.addSpacing(kGap);
   return header;
 }
 
 TextLabel* CLeftSaveTab::addLabel(QBoxLayout& column, const char* id, const QString& text) {
   auto* label = new TextLabel(context_, text, this);
   label->setObjectName(id);
-  label->setWordWrap(true);
-  QSizePolicy policy = label->sizePolicy();
-  policy.setVerticalPolicy(QSizePolicy::Fixed);
-  label->setSizePolicy(policy);
   column.addWidget(label);
   return label;
 }
 
 void CLeftSaveTab::buildThumbnail(QBoxLayout& column) {
   addHeader(column, "8025", tr("Thumbnail"));
-  column.addSpacing(kSmallGap);
   thumbnail_ = new PictureButton(context_, PictureButton::Scaling::Whole, this);
   thumbnail_->setObjectName("8090");
   thumbnail_->setText(tr("thumbnail"));
   thumbnail_->setAccessibleName(tr("Thumbnail"));
   thumbnail_->setFixedSize(kThumbnail * 2 + QSize(4, 4));
   column.addWidget(thumbnail_, 0, Qt::AlignHCenter);
-  column.addSpacing(kSmallGap);
+  column.addSpacing(kGap);
   TextLabel* label = addLabel(column, "8097", tr("Thumbnail Text:"));
   textEdit_ = new EditBox(context_, tr("Thumbnail Text"), this);
   textEdit_->setObjectName("8096");
   label->setBuddy(textEdit_);
+  column.addSpacing(kSmallGap);
   column.addWidget(textEdit_);
-  column.addSpacing(kGap);
+  column.addSpacing(2 * kGap);
   connect(thumbnail_, &QAbstractButton::clicked, textEdit_, [this] { textEdit_->setFocus(); });
   connect(textEdit_, &QLineEdit::textEdited, this, [this](const QString& text) {
     thumbnailText_ = trimmedText(text.toStdString());
@@ -129,17 +126,20 @@ void CLeftSaveTab::buildThumbnail(QBoxLayout& column) {
 
 void CLeftSaveTab::buildFileName(QBoxLayout& column) {
   addHeader(column, "8028", tr("Filename"));
-  column.addSpacing(kSmallGap);
   TextLabel* label = addLabel(column, "8099", tr("Core Filename:"));
   nameEdit_ = new FileNameEdit(context_, tr("Core Filename"), this);
   nameEdit_->setObjectName("8092");
   label->setBuddy(nameEdit_);
+  column.addSpacing(kSmallGap);
   column.addWidget(nameEdit_);
+  column.addSpacing(kSmallGap);
   nameHint_ = new NameHint(context_, this);
   nameHint_->setObjectName("name hint");
   column.addWidget(nameHint_);
-  addLabel(column, "8098", tr("All filenames will be automatically numbered:\n[filename]-0000"));
-  column.addSpacing(kGap);
+  column.addSpacing(kSmallGap);
+  addLabel(column, "8098", tr("All filenames will be automatically numbered:\n[filename]-0000"))
+      ->setWordWrap(true);
+  column.addSpacing(2 * kGap);
   connect(nameEdit_, &QLineEdit::textEdited, this, [this](const QString& text) {
     coreName_ = coreNameOf(text.toStdString());
     showNameHint();
@@ -151,7 +151,6 @@ void CLeftSaveTab::buildFileName(QBoxLayout& column) {
 
 void CLeftSaveTab::buildTags(QBoxLayout& column) {
   addHeader(column, "8029", tr("Tags"));
-  column.addSpacing(kSmallGap);
   auto* line = new QHBoxLayout;
   line->setSpacing(kGap);
   auto* icon = new IconButton(context_, "/bin/program/tag.png", this);
@@ -161,6 +160,7 @@ void CLeftSaveTab::buildTags(QBoxLayout& column) {
   TextLabel* label = addLabel(*line, "8100", tr("These Tags have been selected:"));
   line->setStretchFactor(label, 1);
   column.addLayout(line);
+  column.addSpacing(kSmallGap);
   tags_ = new TextBoxButton(context_, tr("Selected Tags"),
                             tr("(Use the Right panel to add and select tags)"), this);
   tags_->setObjectName("8102");

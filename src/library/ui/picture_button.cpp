@@ -86,6 +86,7 @@ TextBoxButton::TextBoxButton(const UiContext& context, const QString& name,
                              const QString& placeholder, QWidget* parent)
     : QAbstractButton(parent), context_(context), name_(name), placeholder_(placeholder) {
   setFocusPolicy(Qt::NoFocus);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
   setFont(context.skin.font);
   showText({});
 }
@@ -124,7 +125,7 @@ void TextBoxButton::paintEvent(QPaintEvent* /*event*/) {
     // The last one takes all the rest, which is cut with an ellipsis.
     const QString shown =
         text().mid(line.textStart(), i + 1 < most ? line.textLength() : -1).trimmed();
-    painter.text(QRectF(room.left(), room.top() + i * lineHeight, room.width() + 4, lineHeight),
+    painter.text(QRectF(room.left(), room.top() + i * lineHeight, room.width() + 2, lineHeight),
                  Qt::AlignLeft, shown, ink, font());
   }
   layout.endLayout();

@@ -14,7 +14,7 @@ CRightLoadTab::CRightLoadTab(const UiContext& context, QWidget* parent)
     : QWidget(parent), context_(context) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   list_ = new ThumbListWidget(context, this);
-  status_ = new ThumbStatus(context, *list_, this);
+  auto* status = new ThumbStatus(context, *list_, this);
   load_ = new TextButton(context, tr("Load"), tr("Load:\nThis loads the selected file."), this);
   load_->setObjectName("1");
   load_->setEnabled(false);
@@ -22,7 +22,7 @@ CRightLoadTab::CRightLoadTab(const UiContext& context, QWidget* parent)
       new TextButton(context, tr("Cancel Load"),
                      tr("Cancel Load:\nThis leaves the library. Nothing is loaded."), this);
   cancel->setObjectName("2");
-  layOutThumbPage(*this, *list_, *status_, {load_, cancel});
+  layOutThumbPage(*this, *list_, *status, {load_, cancel});
 
   connect(list_, &ThumbListWidget::clicked, this, &CRightLoadTab::showSelection);
   connect(list_, &ThumbListWidget::selectionMoved, this, &CRightLoadTab::showSelection);
@@ -90,7 +90,6 @@ void CRightLoadTab::tell(int result) {
 void CRightLoadTab::showSelection() {
   std::string name = selectedName();
   load_->setEnabled(!name.empty());
-  status_->showFigures();
   if (std::exchange(toldName_, std::move(name)) != toldName_) {
     emit selectionChanged();
   }

@@ -13,7 +13,6 @@ namespace pv {
 
 class TextButton;
 class ThumbListWidget;
-class ThumbStatus;
 
 /// The load browser: the files of a library as thumbnails, with "Load" and "Cancel
 /// Load". Load can be pressed exactly while a file is selected.
@@ -63,7 +62,6 @@ class CRightLoadTab : public QWidget {
 
   const UiContext& context_;
   ThumbListWidget* list_ = nullptr;
-  ThumbStatus* status_ = nullptr;
   TextButton* load_ = nullptr;
   std::string toldName_;
   int result_ = 0;

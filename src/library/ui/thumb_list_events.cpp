@@ -96,23 +96,14 @@ void ThumbListWidget::keyPressEvent(QKeyEvent* event) {
     event->ignore();
     return;
   }
-  const bool chosen = list_.selected() >= 0;
-  switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      if (chosen && !event->isAutoRepeat()) {
-        emit activated();
-      }
-      return;
-    case Qt::Key_Delete:
-      if (chosen && !event->isAutoRepeat()) {
-        emit deletePressed();
-      }
-      return;
-    default:
-      if (!moveByKey(event->key()) && !moveByText(*event)) {
-        QWidget::keyPressEvent(event);
-      }
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (list_.selected() >= 0 && (enter || event->key() == Qt::Key_Delete)) {
+    if (event->isAutoRepeat()) {
+      return;  // holding the key is no second wish
+    }
+    enter ? emit activated() : emit deletePressed();
+  } else if (!moveByKey(event->key()) && !moveByText(*event)) {
+    QWidget::keyPressEvent(event);
   }
 }
 

@@ -32,7 +32,7 @@ ThumbListWidget::ThumbListWidget(const UiContext& context, QWidget* parent)
   installThumbListAccess();
   setObjectName("8104");
   setAccessibleName(tr("Files"));
-  setAccessibleDescription(tr("The files of the library, each with a picture."));
+  setDeleteMode(false);
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
@@ -63,6 +63,8 @@ void ThumbListWidget::refresh() {
 
 void ThumbListWidget::setDeleteMode(bool on) {
   deleteMode_ = on;
+  setAccessibleDescription(on ? tr("A click or the Delete key deletes a file.")
+                              : tr("The files of the library, each with a picture."));
   update();
 }
 
@@ -151,8 +153,7 @@ void ThumbListWidget::paintEvent(QPaintEvent* event) {
     cell.picture = pictureRect(i);
     cell.name = list_.shownNames()[static_cast<std::size_t>(i)];
     cell.loaded = list_.isThumbnailLoaded(i);
-    const ThumbnailPtr bits = cell.loaded ? list_.thumbnail(i) : nullptr;
-    cell.bits = bits.get();
+    cell.bits = cell.loaded ? list_.thumbnail(i) : nullptr;
     cell.selected = i == list_.selected();
     cell.hovered = i == hovered_;
     cell.deletes = deleteMode_;

@@ -14,12 +14,14 @@ constexpr int kRightMargin = 2;
 constexpr int kGap = Skin::kRhythm;
 constexpr int kButtonHeight = 32;
 constexpr int kButtonWidth = 128;
-constexpr int kSlow = 250;  // milliseconds after which the progress is worth telling
+constexpr double kWarningLight = 0.45;  // towards white, to be read on the page
+constexpr int kSlow = 250;              // milliseconds after which the progress is worth telling
 
 }  // namespace
 
 ThumbStatus::ThumbStatus(const UiContext& context, const ThumbListWidget& list, QWidget* parent)
     : TextLabel(context, {}, parent), context_(context), list_(list) {
+  setIndent(2);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   connect(&list, &ThumbListWidget::progress, this, &ThumbStatus::showFigures);
 }
@@ -32,13 +34,14 @@ void ThumbStatus::setGone(int gone) {
 void ThumbStatus::setWarning(const QString& warning) {
   warning_ = warning;
   QPalette colours = palette();
-  colours.setColor(QPalette::WindowText, warning.isEmpty() ? context_.skin.text : warningColour());
+  const QColor alarm = mixed(warningColour(), Qt::white, kWarningLight);
+  colours.setColor(QPalette::WindowText, warning.isEmpty() ? context_.skin.text : alarm);
   setPalette(colours);
   showFigures();
 }
 
 void ThumbStatus::showFigures() {
-  if (list_.pending() == 0) {
+  if (list_.pending() == 0 || !list_.isVisible()) {
     loading_.invalidate();
   } else if (!loading_.isValid()) {
     loading_.start();

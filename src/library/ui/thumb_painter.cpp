@@ -1,9 +1,10 @@
 #include "library/ui/thumb_painter.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
-#include <cstring>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 #include <QFontMetricsF>
 #include <QImage>
@@ -14,22 +15,42 @@ namespace {
 
 constexpr double kFaceAside = 4;  // free beside a lit cell's face
 constexpr double kFaceAbove = 2;
+constexpr double kNameAside = 8;
 constexpr double kNameGap = 5;  // between the picture and its name
 constexpr double kLine = 13;
 constexpr double kIcon = 24;
+constexpr int kPixelsKept = 1 << 23;  // of four bytes
 
 QString fromUtf8(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QImage imageOf(const BmpPicture& picture) {
-  QImage image(picture.width, picture.height, QImage::Format_ARGB32);
-  const auto row = static_cast<std::size_t>(picture.width);
-  for (int y = 0; y < image.height(); ++y) {
-    const auto fromBelow = static_cast<std::size_t>(image.height() - 1 - y);
-    std::memcpy(image.scanLine(y), &picture.words[fromBelow * row], row * sizeof(QRgb));
+/// The one or two pixels of the picture that a pixel of the screen lies on.
+struct Tap {
+  std::size_t first = 0;
+  std::size_t second = 0;
+  std::uint32_t share = 0;  ///< of the second, in 1/256
+};
+
+std::vector<Tap> tapsFor(int source, int target) {
+  std::vector<Tap> taps;
+  for (int i = 0; i < target; ++i) {
+    const int first = i * source / target;
+    const int beyond = std::max(0, (i + 1) * source - (first + 1) * target);
+    const int second = std::min(first + 1, source - 1);
+    taps.push_back({static_cast<std::size_t>(first), static_cast<std::size_t>(second),
+                    static_cast<std::uint32_t>(beyond * 256 / source)});
   }
-  return image;
+  return taps;
+}
+
+// Two channels at a time, each with room for its eight bits of share.
+std::uint32_t mixedWords(std::uint32_t a, std::uint32_t b, std::uint32_t share) {
+  constexpr std::uint32_t kLanes = 0x00FF00FF;
+  const std::uint32_t rest = 256 - share;
+  const std::uint32_t low = ((a & kLanes) * rest + (b & kLanes) * share) >> 8;
+  const std::uint32_t high = (a >> 8 & kLanes) * rest + (b >> 8 & kLanes) * share;
+  return (low & kLanes) | (high & ~kLanes);
 }
 
 }  // namespace
@@ -51,24 +72,49 @@ QStringList nameLines(const QString& name, const QFont& font, double width) {
   QTextLine first = layout.createLine();
   first.setLineWidth(width);
   layout.endLayout();
-  const QString rest = name.mid(first.textLength());
-  return {name.left(first.textLength()).trimmed(),
-          metrics.elidedText(rest, Qt::ElideMiddle, width)};
+  // Words are also parted by signs that the toolkit does not break at.
+  qsizetype cut = first.textLength();
+  const auto sign = std::find_if(name.crend() - cut, name.crend(), [](QChar c) {
+    return c == ' ' || c == '_' || c == '-' || c == '.';
+  });
+  const qsizetype word = name.crend() - sign;
+  if (word > 0 && metrics.horizontalAdvance(name.mid(word)) <= width) {
+    cut = word;
+  }
+  return {name.left(cut).trimmed(),
+          metrics.elidedText(name.mid(cut).trimmed(), Qt::ElideMiddle, width)};
 }
 
 QPixmap scaledPicture(const BmpPicture& picture, double scale) {
   if (picture.width < 1 || picture.height < 1) {
     return {};
   }
-  const QImage image = imageOf(picture);
-  const QSize pixels = (QSizeF(image.size()) * scale).toSize().expandedTo({1, 1});
-  const QImage whole = image.scaled(image.size() * std::max(1, static_cast<int>(std::ceil(scale))));
-  return QPixmap::fromImage(whole.size() == pixels ? whole
-                                                   : whole.scaled(pixels, Qt::IgnoreAspectRatio,
-                                                                  Qt::SmoothTransformation));
+  const QSize size = (QSizeF(picture.width, picture.height) * scale).toSize().expandedTo({1, 1});
+  const std::vector<Tap> columns = tapsFor(picture.width, size.width());
+  const std::vector<Tap> rows = tapsFor(picture.height, size.height());
+  // Its pixels are opaque or nothing at all, so they can be mixed as they are.
+  QImage image(size, QImage::Format_ARGB32_Premultiplied);
+  const auto length = static_cast<std::size_t>(picture.width);
+  const auto rowFromTop = [&](std::size_t y) {
+    return &picture.words[(static_cast<std::size_t>(picture.height) - 1 - y) * length];
+  };
+  std::vector<std::uint32_t> between(length);
+  for (int y = 0; y < size.height(); ++y) {
+    const Tap& row = rows[static_cast<std::size_t>(y)];
+    std::transform(rowFromTop(row.first), rowFromTop(row.first) + length, rowFromTop(row.second),
+                   between.begin(), [&row](std::uint32_t a, std::uint32_t b) {
+                     return mixedWords(a, b, row.share);
+                   });
+    auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (const Tap& tap : columns) {
+      *line++ = mixedWords(between[tap.first], between[tap.second], tap.share);
+    }
+  }
+  return QPixmap::fromImage(std::move(image));
 }
 
-ThumbPainter::ThumbPainter(const UiContext& context) : context_(context), font_(context.skin.font) {
+ThumbPainter::ThumbPainter(const UiContext& context)
+    : context_(context), font_(context.skin.font), pixmaps_(kPixelsKept) {
   font_.setFamilies({"MS Sans Serif", "Microsoft Sans Serif", "DejaVu Sans"});
 }
 
@@ -116,7 +162,7 @@ void ThumbPainter::paintPicture(PixelPainter& painter, const ThumbCell& cell) {
   const QColor frame = mixed(skin.panel, skin.button, cell.hovered || cell.selected ? 0.35 : 0.12);
   painter.box(place.adjusted(-line, -line, line, line), ground, frame);
   if (cell.bits != nullptr) {
-    const QPixmap pixmap = scaledPicture(*cell.bits, painter.scale());
+    const QPixmap pixmap = pixmapOf(cell.bits, painter.scale());
     place.setSize(pixmap.size());
     painter.picture(place, pixmap);
   } else if (cell.loaded) {
@@ -126,10 +172,23 @@ void ThumbPainter::paintPicture(PixelPainter& painter, const ThumbCell& cell) {
   }
 }
 
+QPixmap ThumbPainter::pixmapOf(const ThumbnailPtr& picture, double scale) {
+  if (scale_ != scale) {
+    pixmaps_.clear();
+    scale_ = scale;
+  }
+  if (const Scaled* known = pixmaps_.object(picture.get()); known != nullptr) {
+    return known->pixmap;
+  }
+  QPixmap pixmap = scaledPicture(*picture, scale);
+  pixmaps_.insert(picture.get(), new Scaled{picture, pixmap}, pixmap.width() * pixmap.height());
+  return pixmap;
+}
+
 void ThumbPainter::paintName(PixelPainter& painter, const ThumbCell& cell) const {
   const Skin& skin = context_.skin;
   const QColor colour = cell.selected || cell.hovered ? brightColour(skin) : skin.text;
-  const QRectF room = cell.box.adjusted(2 * kFaceAside, 0, -2 * kFaceAside, 0);
+  const QRectF room = cell.box.adjusted(kNameAside, 0, -kNameAside, 0);
   QRectF line(room.left(), cell.picture.bottom() + kNameGap, room.width(), kLine);
   const QStringList lines = nameLines(fromUtf8(cell.name), font_, room.width());
   for (const QString& text : lines) {

@@ -3,11 +3,13 @@
 #include <string>
 #include <string_view>
 
+#include <QCache>
 #include <QFont>
 #include <QPixmap>
 #include <QRectF>
 #include <QStringList>
 
+#include "library/thumb_cache.h"
 #include "ui/pixel_painter.h"
 #include "ui/ui_context.h"
 #include "util/bmp_file.h"
@@ -22,8 +24,8 @@ namespace pv {
 [[nodiscard]] QStringList nameLines(const QString& name, const QFont& font, double width);
 
 /// A picture for a screen of that many pixels to one of 96 dpi. Whole scales repeat
-/// its pixels. Between them it is repeated up to the next whole scale and then
-/// averaged down: hard edges stay hard, and no row is wider than its neighbours.
+/// its pixels. Between them each pixel of the screen takes the average of what it
+/// lies on: hard edges stay within one pixel, and no row is wider than another.
 [[nodiscard]] QPixmap scaledPicture(const BmpPicture& picture, double scale);
 
 /// One cell to paint, in the widget's pixels.
@@ -31,8 +33,8 @@ struct ThumbCell {
   QRectF box;
   QRectF picture;
   std::string_view name;
-  bool loaded = false;               ///< false: only the frame is shown
-  const BmpPicture* bits = nullptr;  ///< null while loaded: there is no picture
+  bool loaded = false;  ///< false: only the frame is shown
+  ThumbnailPtr bits;    ///< null while loaded: there is no picture
   bool selected = false;
   bool hovered = false;
   bool deletes = false;  ///< a click deletes
@@ -57,11 +59,19 @@ class ThumbPainter {
   void paintFace(PixelPainter& painter, const ThumbCell& cell) const;
   void paintPicture(PixelPainter& painter, const ThumbCell& cell);
   void paintName(PixelPainter& painter, const ThumbCell& cell) const;
+  [[nodiscard]] QPixmap pixmapOf(const ThumbnailPtr& picture, double scale);
   void paintCross(PixelPainter& painter, const QRectF& picture) const;
 
   const UiContext& context_;
   QFont font_;
   SkinImage placeholder_;
+  /// Pictures ready for the screen; the owner keeps the key unique.
+  struct Scaled {
+    ThumbnailPtr owner;
+    QPixmap pixmap;
+  };
+  QCache<const BmpPicture*, Scaled> pixmaps_;
+  double scale_ = 0;  ///< that they are made for
 };
 
 }  // namespace pv

@@ -440,7 +440,7 @@ void TagPagesTest::saveWritesTags() {
   at.click(1);
   QVERIFY(at.page->savedName().empty());  // without a core name; still told
   QCOMPARE(at.page->takeResult(), 3);
-  at.page->setCoreName("spiral");
+  at.page->setCoreName(" Spiral");
   at.tag("red");
   QCOMPARE(at.page->takeResult(), 1);
   QCOMPARE(at.page->takeResult(), 0);
@@ -621,6 +621,10 @@ void TagPagesTest::deletingForgetsTheFile() {
   QCOMPARE(at.page->takeResult(), 2);
   at.page->updateFileTags();
   QCOMPARE(library_->read("tagdb/a-0000.tdb"), "blue\r\nred\r\n");
+  at.click(8096);
+  at.page->applyFileTags("a-0000");
+  at.tag("blue", Qt::ControlModifier);  // takes one tag from the file and deletes none
+  QVERIFY(at.page->takeResult() == 4 && at.cloud().cloud().count() == 2);
 }
 
 void TagPagesTest::reconstruction() {

@@ -125,6 +125,10 @@ void CLeftEditTab::selectFile(std::string_view name) {
 }
 
 void CLeftEditTab::applyFileTags(std::string_view name) {
+  if (!name.empty()) {
+    // The file's tags become marked, and whatever is marked would be deleted.
+    panel_.deleteMode.end();
+  }
   panel_.fileSelected(pane_->cloud(), place_, name);
   pane_->refresh();
   showFile();

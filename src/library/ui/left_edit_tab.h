@@ -49,7 +49,7 @@ class CLeftEditTab : public QWidget {
   /// The browser's selection, empty for none. Another file than before has its
   /// tags selected.
   void selectFile(std::string_view name);
-  /// Selects the file's tags, also when it was selected before.
+  /// Selects the file's tags, also when it was selected before. Ends the delete mode.
   void applyFileTags(std::string_view name);
   /// Does what FileTagsChanged asks for with the selected file.
   void updateFileTags();

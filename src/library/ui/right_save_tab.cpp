@@ -5,6 +5,7 @@
 #include <QBoxLayout>
 #include <QPainter>
 
+#include "library/file_numbering.h"
 #include "library/library_save.h"
 #include "library/ui/tag_edit_pane.h"
 #include "ui/controls.h"
@@ -71,6 +72,10 @@ void CRightSaveTab::open(const LibraryPlace& place, std::string_view libraryRoot
   savedName_.clear();
   result_ = 0;
   pane_->open(place, libraryRoot);
+}
+
+void CRightSaveTab::setCoreName(std::string_view name) {
+  coreName_ = coreNameOf(name);
 }
 
 QString CRightSaveTab::selectedTags() const {

@@ -32,8 +32,8 @@ class CRightSaveTab : public QWidget {
   /// Loads the library's tags afresh; nothing is selected, no name is saved.
   /// `libraryRoot` takes the place of a folder that does not exist.
   void open(const LibraryPlace& place, std::string_view libraryRoot);
-  /// What the next Save builds the numbered name from.
-  void setCoreName(std::string_view name) { coreName_ = name; }
+  /// What the next Save builds the numbered name from, trimmed and in lower case.
+  void setCoreName(std::string_view name);
 
   /// With two blanks between; empty when no tag is selected.
   [[nodiscard]] QString selectedTags() const;

@@ -206,6 +206,7 @@ void TagCloudWidget::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
   if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
     if (current_ >= 0) {
+      ring_ = true;
       scrollTo(current_);
       const TagBox& box = layout_.items[static_cast<std::size_t>(current_)].box;
       press({kMargin + (box.left + box.right) / 2, (box.top + box.bottom) / 2}, event->modifiers());

@@ -17,7 +17,7 @@ QColor colourFrom(std::uint32_t rgb) {
   return QColor(QRgb{rgb});
 }
 
-/// A font whose lines are as high as told, the way the host sizes its fonts.
+/// A font by the height of its lines, which is how the heights are meant.
 QFont tagFont(std::int32_t height) {
   constexpr double kLineToEm = 1.2;
   QFont font;

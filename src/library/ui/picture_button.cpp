@@ -1,9 +1,11 @@
 #include "library/ui/picture_button.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include <QTextLayout>
+#include <QTextOption>
 
 #include "ui/popup_help.h"
 

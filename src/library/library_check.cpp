@@ -45,6 +45,10 @@ const KindRow* rowOf(FindingKind kind) {
   return row == kKinds.end() ? nullptr : &*row;
 }
 
+std::string joined(const std::string& a, const std::string& b, const std::string& c) {
+  return a + b + c;
+}
+
 using NameSet = std::unordered_set<std::string>;
 /// Entries of each line file that could be read, by its name.
 using Lists = std::map<std::string, NameSet>;
@@ -138,10 +142,11 @@ class Checker {
     CLineFile lineFile;
     for (const auto& name : namesIn(part, extension)) {
       std::vector<std::string> lines;
-      if (lineFile.readLines(place_.folder + '\\' + part + name + extension, lines)) {
+      std::string file = joined(part, name, extension);
+      if (lineFile.readLines(joined(place_.folder, "\\", file), lines)) {
         lists.emplace(name, NameSet(lines.begin(), lines.end()));
       } else {
-        add(FindingKind::UnreadableList, part + name + extension, lineFile.errorText());
+        add(FindingKind::UnreadableList, std::move(file), lineFile.errorText());
       }
     }
     return lists;

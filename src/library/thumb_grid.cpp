@@ -50,7 +50,7 @@ TagBox ThumbGrid::cell(std::int32_t index) const {
 
 TagBox ThumbGrid::picture(std::int32_t index) const {
   const TagBox box = cell(index);
-  const std::int64_t left = std::int64_t{box.left} + (cellWidth - kThumbnailWidth) / 2;
+  const std::int64_t left = box.left + (std::int64_t{cellWidth} - kThumbnailWidth) / 2;
   const std::int64_t top = std::int64_t{box.top} + kPictureTop;
   return {saturated(left), saturated(top), saturated(left + kThumbnailWidth),
           saturated(top + kThumbnailHeight)};

@@ -45,6 +45,12 @@ ShapeLook lookOf(const ShapeView& view) {
   return {view.viewMode(), view.camera(), view.showLines(), view.showGrid()};
 }
 
+ShapeLook libraryLook(const ShapeRecord& shape) {
+  ShapeLook look = kLibraryLook;
+  look.lines = shape.emitter.kind != EmitterKind::Point;
+  return look;
+}
+
 PathViewport libraryLook(const PathRecord& path) {
   std::array<float, 3> extent{};
   const auto points = path.inUse();

@@ -26,6 +26,8 @@ struct ShapeLook {
 /// from above, without the grid.
 inline constexpr ShapeLook kLibraryLook{
     ViewMode::Perspective, {300.0F, 20.0F, 0.0F, 1.2F}, true, false};
+/// The same with dots for a shape of points, of which lines would show nothing.
+[[nodiscard]] ShapeLook libraryLook(const ShapeRecord& shape);
 /// The flat view in which a path is widest; Front where several are.
 [[nodiscard]] PathViewport libraryLook(const PathRecord& path);
 

@@ -90,6 +90,12 @@ void CTagCloud::resetStates() {
   }
 }
 
+void CTagCloud::setState(std::int32_t index, TagState state) {
+  if (isIndex(index)) {
+    entry(index).state = state;
+  }
+}
+
 std::int32_t CTagCloud::countSelected() const {
   return static_cast<std::int32_t>(
       std::count_if(entries_.begin(), entries_.end(),

@@ -98,6 +98,8 @@ class CTagCloud {
 
   // --- selection -----------------------------------------------------------
   void resetStates();
+  /// Without a click; an index out of range is ignored.
+  void setState(std::int32_t index, TagState state);
   [[nodiscard]] std::int32_t countSelected() const;
   /// Names of the selected tags with two blanks between.
   [[nodiscard]] std::string selectedText() const;

@@ -23,6 +23,7 @@ enum class ExitStatus : int {
 struct CliRun {
   std::ostream& out;
   std::ostream& err;
+  bool errIsTerminal = false;  ///< progress may be shown there
   ExitStatus status = ExitStatus::Done;
 
   /// Writes "pvortex: message" as one line; the first failure's status stays.

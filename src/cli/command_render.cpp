@@ -1,6 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,9 +7,9 @@
 
 #include "cli/commands.h"
 #include "cli/documents.h"
+#include "cli/look_options.h"
 #include "cli/png_file.h"
 #include "cli/shape_mesh_build.h"
-#include "util/ascii.h"
 #include "util/number_text.h"
 
 namespace pv {
@@ -20,32 +19,11 @@ namespace {
 constexpr std::int32_t kMinSide = 2;  // what the view's projector accepts
 constexpr std::int32_t kMaxSide = 3999;
 
-constexpr std::array<std::string_view, 4> kViewNames{"3d", "top", "front", "side"};
-
-// One row a number of the camera.
-struct CameraOption {
-  const char* name;
-  float ViewCamera::*member;
-  float low;
-  float high;
-  const char* help;
-};
-constexpr std::array kCameraOptions{
-    CameraOption{"--yaw", &ViewCamera::yaw, 0.0F, 360.0F, "Degrees, 0 to 360 [270]"},
-    CameraOption{"--pitch", &ViewCamera::pitch, kMinCameraPitch, kMaxCameraPitch,
-                 "Degrees, -89 to 89 [0]"},
-    CameraOption{"--roll", &ViewCamera::roll, kMinCameraRoll, kMaxCameraRoll,
-                 "Degrees, -179 to 179 [0]"},
-    CameraOption{"--distance", &ViewCamera::distance, kMinCameraDistance, kMaxCameraDistance,
-                 "Of the eye from the centre, 1.2 to 4 [1.2]"},
-};
-
 struct RenderOptions {
   std::string input;
   std::string output;
-  std::string view = "3d";
+  LookOptions look;
   std::string size = "640x480";
-  std::array<std::optional<std::string>, kCameraOptions.size()> camera;  ///< else its default
   bool noGrid = false;
   bool dots = false;
   std::optional<std::string> modifier;
@@ -69,31 +47,6 @@ bool applySize(const std::string& text, ShapeView& view, CliRun& run) {
   return true;
 }
 
-bool applyCamera(const RenderOptions& options, ShapeView& view, CliRun& run) {
-  ViewCamera camera;
-  for (std::size_t i = 0; i < kCameraOptions.size(); ++i) {
-    const CameraOption& row = kCameraOptions[i];
-    if (!options.camera[i]) {
-      continue;
-    }
-    const std::string& text = *options.camera[i];
-    const auto number = parseNumber<float>(text);
-    if (!number) {
-      run.fail(ExitStatus::Usage, std::string(row.name) + ": " + number.error().reason);
-      return false;
-    }
-    if (number.value() < row.low || number.value() > row.high) {
-      run.fail(ExitStatus::Usage, std::string(row.name) + ": " + text + " is outside " +
-                                      shortNumberText(row.low) + " to " +
-                                      shortNumberText(row.high));
-      return false;
-    }
-    camera.*row.member = number.value();
-  }
-  view.setCamera(camera);
-  return true;
-}
-
 bool applyModifier(const std::string& name, ShapeView& view, CliRun& run) {
   std::string key = name;
   std::erase(key, ' ');
@@ -111,17 +64,15 @@ bool applyModifier(const std::string& name, ShapeView& view, CliRun& run) {
 }
 
 bool applyOptions(const RenderOptions& options, ShapeView& view, CliRun& run) {
-  const auto found = std::find_if(
-      kViewNames.begin(), kViewNames.end(),
-      [&options](std::string_view name) { return equalIgnoringCase(name, options.view); });
-  if (found == kViewNames.end()) {
-    run.fail(ExitStatus::Usage, "--view: '" + options.view + "' is none of 3d, top, front, side");
+  ShapeLook look;
+  if (!applyLook(options.look, look, run)) {
     return false;
   }
-  view.setViewMode(static_cast<ViewMode>(found - kViewNames.begin()));
+  view.setViewMode(look.mode);
+  view.setCamera(look.camera);
   view.setShowGrid(!options.noGrid);
   view.setShowLines(!options.dots);
-  return applySize(options.size, view, run) && applyCamera(options, view, run) &&
+  return applySize(options.size, view, run) &&
          (!options.modifier || applyModifier(*options.modifier, view, run));
 }
 
@@ -164,16 +115,10 @@ void addRenderCommand(CLI::App& app, CliRun& run) {
   command.add_option("-o,--output", options->output, "Picture to write (.png)")
       ->type_name("FILE")
       ->required();
-  command.add_option("--view", options->view, "3d, top, front or side")
-      ->type_name("NAME")
-      ->capture_default_str();
+  addLookOptions(command, options->look, ShapeLook{});
   command.add_option("--size", options->size, "WIDTHxHEIGHT in pixels, sides of 2 to 3999")
       ->type_name("WxH")
       ->capture_default_str();
-  for (std::size_t i = 0; i < kCameraOptions.size(); ++i) {
-    command.add_option(kCameraOptions[i].name, options->camera[i], kCameraOptions[i].help)
-        ->type_name("NUMBER");
-  }
   command.add_flag("--no-grid", options->noGrid, "Leave out grid, axes and labels");
   command.add_flag("--dots", options->dots, "Draw vertices instead of lines");
   command

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "cli/run_cli.h"
+#include "util/terminal.h"
 
 #ifdef _WIN32
 #include <filesystem>
@@ -14,7 +15,7 @@ int wmain(int argc, wchar_t** argv) {
     const std::u8string text = std::filesystem::path(argv[i]).u8string();
     args.emplace_back(text.begin(), text.end());
   }
-  return pv::runCli(args, std::cout, std::cerr);
+  return pv::runCli(args, std::cout, std::cerr, pv::errorGoesToTerminal());
 }
 #else
 #include <csignal>
@@ -24,6 +25,6 @@ int main(int argc, char** argv) {
   // cleaned up, instead of the end of the program.
   std::signal(SIGXFSZ, SIG_IGN);
   const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
-  return pv::runCli(args, std::cout, std::cerr);
+  return pv::runCli(args, std::cout, std::cerr, pv::errorGoesToTerminal());
 }
 #endif

@@ -25,6 +25,7 @@ void addCommands(CLI::App& app, CliRun& run) {
   addRenderCommand(app, run);
   addCheckCommand(app, run);
   addPathCommand(app, run);
+  addLibraryCommand(app, run);
 }
 
 void reportUsage(const CLI::App& app, const CLI::ParseError& error, CliRun& run) {
@@ -52,7 +53,8 @@ std::string withLeadingZero(const std::string& arg) {
 }
 
 void parseAndRun(std::span<const std::string> args, CliRun& run) {
-  CLI::App app("Makes, edits, checks and converts shape and path files.", "pvortex");
+  CLI::App app("Makes, edits, checks and converts shape and path files, and keeps their libraries.",
+               "pvortex");
   app.require_subcommand(1);
   app.allow_windows_style_options(false);
   app.set_version_flag("--version", kVersionText);
@@ -94,8 +96,9 @@ void addListKeysFlag(CLI::App& command) {
       "Print every KEY with its default and what the designer offers");
 }
 
-int runCli(std::span<const std::string> args, std::ostream& out, std::ostream& err) {
-  CliRun run{out, err};
+int runCli(std::span<const std::string> args, std::ostream& out, std::ostream& err,
+           bool errIsTerminal) {
+  CliRun run{out, err, errIsTerminal};
   try {
     parseAndRun(args, run);
     if (!out.flush()) {

@@ -37,6 +37,7 @@ export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=0}  # the system's libraries le
 unset QT_QPA_PLATFORM QT_SCALE_FACTOR QT_QPA_PLATFORMTHEME WAYLAND_DISPLAY
 mkdir -m 700 "$work"/run
 "$source"/tools/stage.sh "$build" "$work"/stage
+rm -r "$work"/stage/vortex/paths  # for the designer to make
 
 Xvfb -noreset -displayfd 3 -screen 0 1366x768x24 3>"$work"/display 2>/dev/null &
 children+=($!)
@@ -84,7 +85,7 @@ settings() { cat "$XDG_CONFIG_HOME"/particle-vortex/*; }
 
 # --- a sphere, with more sections, twisted ---------------------------------------
 start
-[ -d "$work"/stage/vortex/shapes/tagdb ] || fail "the library has no folders"
+[ -d "$work"/stage/vortex/paths/tagdb ] || fail "the library has no folders"
 click 144 65                      # Sphere Patch
 changing drag 106 165 150 165     # horizontal amount
 changing drag 106 293 130 293     # vertical amount

@@ -485,11 +485,21 @@ void MainDialogTest::filesAreTaggedFoundAndDeleted() {
 void MainDialogTest::failedSavesKeepTheShape() {
   click(8026);
   const ShapeRecord made = view().shape();
-  // A folder stands where the file belongs.
+  // Folders stand where the files belong: one cannot be replaced and is told of,
+  // the other is moved aside.
+  QVERIFY(QDir(root_->path()).mkpath(file("thumbs/shpe-0000.bmp/x")));
   QVERIFY(QDir(root_->path()).mkpath(file("shpe-0000.j3d/x")));
+  QVERIFY(QFile::rename(file("thumbs/shpe-0000.bmp"), file("thumbs/shpe-0000.BMP")));
+  QString told;
+  answer({[&](QWidget* asked) {
+    told = qobject_cast<QMessageBox*>(asked)->text();
+    press(asked, Qt::Key_Return);
+  }});
   click(8033);
   press<CRightSaveTab>(1);
-  QVERIFY(part<PanelFrame>(8029).name().startsWith("Not saved: "));
+  QCOMPARE(told, "CreateFile\nError");
+  QVERIFY(contents("shapes/shpe-0000.j3d").size() == 6494);
+  QVERIFY(QDir(file("shpe-0000.j3d.bak/x")).exists());
   QVERIFY(view().shape() == made && dialog_->mode() == Mode::Editing);
   // No name, and no library.
   for (const bool folder : {true, false}) {

@@ -90,7 +90,7 @@ void LibraryDesk::openSave(const ModeTraits& mode, std::string_view coreName,
   savePanel_->setPicture(picture);
   savePanel_->setCoreName(coreName);
   savePage_->open(place_, root_);
-  savePage_->setCoreName(coreName);
+  savePage_->setCoreName(savePanel_->coreName());
   savePanel_->setSelectedTags(savePage_->selectedTags());
 }
 

@@ -94,7 +94,10 @@ void MainDialog::openSavePanels() {
     picture = pathThumbnail(pathEditor_->path(), pathEditor_->view().view().viewport());
   } else {
     const ShapeView& view = tab3d_->view().view();
-    picture = shapeThumbnail(tab3d_->shape(), lookOf(view), view.width(), view.height());
+    ShapeLook look = lookOf(view);
+    look.grid = false;  // too fine for so small a picture
+    look.lines = look.lines && libraryLook(tab3d_->shape()).lines;
+    picture = shapeThumbnail(tab3d_->shape(), look, view.width(), view.height());
   }
   libraries_->openSave(traits(mode()), coreName(), picture);
 }

@@ -33,17 +33,18 @@ QString toText(std::string_view text) {
 // What the right panel is about, and the control that the keyboard is given to.
 struct ModeLook {
   const char* title;
-  const char* firstControl;
+  const char* rightControl;
+  const char* leftControl;
 };
 constexpr std::array<ModeLook, kModeCount> kLooks{{
-    {"Emitter", nullptr},
-    {"3d Shapes", "8104"},
-    {"2d Paths", "8104"},
-    {"3d Shapes", "8096"},
-    {"2d Paths", "8096"},
-    {"3d Shapes", "8104"},
-    {"2d Paths", "8104"},
-    {"Path", "8057"},
+    {"Emitter", "8030", nullptr},
+    {"3d Shapes", "8104", nullptr},
+    {"2d Paths", "8104", nullptr},
+    {"3d Shapes", nullptr, "8096"},
+    {"2d Paths", nullptr, "8096"},
+    {"3d Shapes", "8104", nullptr},
+    {"2d Paths", "8104", nullptr},
+    {"Path", "8057", nullptr},
 }};
 
 const ModeLook& lookOf(Mode mode) {
@@ -199,13 +200,11 @@ void MainDialog::showLayout() {
 }
 
 void MainDialog::giveFocus() {
-  const char* name = lookOf(mode()).firstControl;
-  for (const auto* host : {rightHost_, leftHost_}) {
-    if (auto* control =
-            name == nullptr ? nullptr : host->currentWidget()->findChild<QWidget*>(name)) {
-      control->setFocus();
-      return;
-    }
+  const ModeLook& look = lookOf(mode());
+  const auto* host = look.leftControl != nullptr ? leftHost_ : rightHost_;
+  const char* name = look.leftControl != nullptr ? look.leftControl : look.rightControl;
+  if (auto* control = host->currentWidget()->findChild<QWidget*>(name)) {
+    control->setFocus();
   }
 }
 
@@ -240,7 +239,8 @@ void MainDialog::showPreview() {
       picture = drawPath(path.value(), look, ratio);
     }
   } else if (const auto shape = LoadShapeFile(hostPath(file))) {
-    picture = drawShape(shape.value(), kLibraryLook, size.width(), size.height(), ratio);
+    picture =
+        drawShape(shape.value(), libraryLook(shape.value()), size.width(), size.height(), ratio);
   }
   libraries_->setPreview(toImage(picture, libraries_->previewRatio()));
 }

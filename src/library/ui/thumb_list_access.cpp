@@ -1,5 +1,6 @@
 #include "library/ui/thumb_list_access.h"
 
+#include <memory>
 #include <unordered_map>
 
 #include <QAccessible>
@@ -93,7 +94,9 @@ class ListAccess : public QAccessibleWidget {
     }
     const auto [at, fresh] = items_.try_emplace(index);
     if (fresh) {
-      at->second = QAccessible::registerAccessibleInterface(new ItemAccess(widget_, index));
+      // The toolkit owns it until it is told to delete it.
+      auto item = std::make_unique<ItemAccess>(widget_, index);
+      at->second = QAccessible::registerAccessibleInterface(item.release());
     }
     return QAccessible::accessibleInterface(at->second);
   }

@@ -181,7 +181,8 @@ QPixmap ThumbPainter::pixmapOf(const ThumbnailPtr& picture, double scale) {
     return known->pixmap;
   }
   QPixmap pixmap = scaledPicture(*picture, scale);
-  pixmaps_.insert(picture.get(), new Scaled{picture, pixmap}, pixmap.width() * pixmap.height());
+  pixmaps_.insert(picture.get(), new Scaled{picture, pixmap},
+                  qsizetype{pixmap.width()} * pixmap.height());
   return pixmap;
 }
 

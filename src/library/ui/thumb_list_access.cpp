@@ -1,6 +1,5 @@
 #include "library/ui/thumb_list_access.h"
 
-#include <memory>
 #include <unordered_map>
 
 #include <QAccessible>
@@ -95,8 +94,9 @@ class ListAccess : public QAccessibleWidget {
     const auto [at, fresh] = items_.try_emplace(index);
     if (fresh) {
       // The toolkit owns it until it is told to delete it.
-      auto item = std::make_unique<ItemAccess>(widget_, index);
-      at->second = QAccessible::registerAccessibleInterface(item.release());
+      auto* item = new ItemAccess(widget_, index);
+      // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
+      at->second = QAccessible::registerAccessibleInterface(item);
     }
     return QAccessible::accessibleInterface(at->second);
   }

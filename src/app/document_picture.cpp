@@ -107,7 +107,9 @@ BmpPicture drawPath(const PathRecord& path, const PathViewport& look, float pixe
 BmpPicture shapeThumbnail(const ShapeRecord& shape, const ShapeLook& look, std::int32_t viewWidth,
                           std::int32_t viewHeight) {
   const FrameSize size = thumbnailFrame(viewWidth, viewHeight);
-  return shrunk(drawShape(shape, look, size.width, size.height));
+  // Dots, unlike lines, are to stay as large as in a view of the picture's size.
+  const float ratio = look.lines ? 1.0F : static_cast<float>(kFramePixels);
+  return shrunk(drawShape(shape, look, size.width, size.height, ratio));
 }
 
 BmpPicture pathThumbnail(const PathRecord& path, const PathViewport& look) {

@@ -66,7 +66,7 @@ class ThumbnailMaker {
       const Status made = wanted(name) ? write(name, written) : Status(Done{});
       if (!made) {
         progress.clear();
-        report(made.error());
+        run_.fail(made.error());
       }
       progress.advance();
     }
@@ -81,17 +81,12 @@ class ThumbnailMaker {
            !readBmpFile(hostPath(library_.place.thumbnailFile(name)));
   }
 
-  // What cannot be drawn is bad data, whatever the system calls it.
-  void report(const Error& error) {
-    const bool writing = error.kind == ErrorKind::CannotCreate;
-    run_.fail(writing ? ExitStatus::CannotCreate : ExitStatus::BadData, error.message());
-  }
-
   Status write(const std::string& name, std::size_t& written) {
     const std::string file = library_.shown(name + library_.place.extension);
     if (!isValidFileName(name)) {
       return Error{ErrorKind::BadData, file, {}, "the name cannot be used on every system"};
     }
+    // Whatever the system calls it: a file that does not load is bad data.
     const auto document = loadLibraryFile(library_, hostPath(library_.place.dataFile(name)));
     if (!document) {
       return Error{ErrorKind::BadData, file, document.error().offset, document.error().reason};
@@ -104,10 +99,8 @@ class ThumbnailMaker {
     const Status saved =
         writeBmpFile(hostPath(library_.place.thumbnailFile(name)), picture.value());
     if (!saved) {
-      return Error{ErrorKind::CannotCreate,
-                   library_.shown("thumbs/" + name + ".bmp"),
-                   {},
-                   saved.error().reason};
+      return Error{
+          saved.error().kind, library_.shown("thumbs/" + name + ".bmp"), {}, saved.error().reason};
     }
     ++written;
     return Done{};

@@ -15,6 +15,8 @@ class ProgressBar {
   ~ProgressBar() { clear(); }
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;
+  ProgressBar(ProgressBar&&) = delete;
+  ProgressBar& operator=(ProgressBar&&) = delete;
 
   /// One of the total is done.
   void advance();

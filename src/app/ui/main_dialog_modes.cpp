@@ -19,6 +19,7 @@
 #include "shape/shape_file.h"
 #include "shape/ui/tab_emitter.h"
 #include "ui/controls.h"
+#include "ui/frame_image.h"
 #include "ui/page_strip.h"
 #include "util/program_path.h"
 #include "view3d/ui/tab_3d.h"
@@ -55,9 +56,8 @@ QImage toImage(const BmpPicture& picture, qreal pixelRatio) {
   if (picture.words.empty()) {
     return {};
   }
-  const QImage upsideDown(reinterpret_cast<const uchar*>(picture.words.data()), picture.width,
-                          picture.height, QImage::Format_RGB32);
-  QImage image = upsideDown.mirrored();
+  QImage image;
+  copyFrame(picture.words, picture.width, picture.height, image);
   image.setDevicePixelRatio(pixelRatio);
   return image;
 }

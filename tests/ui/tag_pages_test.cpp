@@ -274,6 +274,12 @@ void TagPagesTest::clickRule() {
   QCOMPARE(at.states(), "-x-");
   QTest::mouseClick(&at.cloud(), Qt::LeftButton, {}, beside);
   QCOMPARE(at.states(), "---");
+  // The page is left while the button is down.
+  QTest::mousePress(&at.cloud(), Qt::LeftButton, {}, second);
+  at.page->hide();
+  at.page->show();
+  at.tag(0);
+  QCOMPARE(at.states(), "s--");
 }
 
 void TagPagesTest::keysWalkTheCloud() {

@@ -192,6 +192,11 @@ void TagCloudWidget::mouseReleaseEvent(QMouseEvent* event) {
   }
 }
 
+// A mode may be left by a key while the button is down; its release goes elsewhere.
+void TagCloudWidget::hideEvent(QHideEvent* /*event*/) {
+  pressed_ = false;
+}
+
 void TagCloudWidget::wheelEvent(QWheelEvent* event) {
   if (!scrolls_) {
     event->ignore();

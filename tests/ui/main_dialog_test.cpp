@@ -536,6 +536,10 @@ void MainDialogTest::badFilesKeepTheShape() {
     QVERIFY(view().shape() == made);
     QVERIFY(part<PanelFrame>(8029).name().startsWith("Not loaded: "));
   }
+  click(8031);
+  QCOMPARE(part<PanelFrame>(8029).name(), "");
+  press<CRightLoadTab>(2);
+  dialog_->openFile(file("missing.j3d"));
   control<CSpinCombo>(8034).moveTo(3);
   QCOMPARE(part<PanelFrame>(8029).name(), "");
 }

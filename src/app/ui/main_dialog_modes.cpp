@@ -218,10 +218,11 @@ void MainDialog::showInformation() {
 }
 
 void MainDialog::showName(const QString& fault) {
-  fault_ = fault;
-  const QString& name = mode() == Mode::EditPath ? pathName_ : shapeName_;
+  // In a library an older fault has nothing to say.
   const bool library = mode() != Mode::EditPath && mode() != Mode::Editing;
-  rightFrame_->setName(!fault.isEmpty() ? fault : library ? QString() : name);
+  fault_ = library ? QString() : fault;
+  const QString& name = mode() == Mode::EditPath ? pathName_ : shapeName_;
+  rightFrame_->setName(!fault_.isEmpty() ? fault_ : library ? QString() : name);
 }
 
 void MainDialog::showPreview() {

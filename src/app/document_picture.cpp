@@ -76,8 +76,9 @@ PathViewport libraryLook(const PathRecord& path) {
 }
 
 BmpPicture drawShape(const ShapeRecord& shape, const ShapeLook& look, std::int32_t width,
-                     std::int32_t height, float pixelRatio) {
+                     std::int32_t height, float pixelRatio, std::int64_t maxVertices) {
   ShapeView view;
+  view.setVertexLimit(maxVertices);
   view.setShape(shape);
   view.setViewMode(look.mode);
   view.setCamera(look.camera);

@@ -510,7 +510,8 @@ void MainDialogTest::failedSavesKeepTheShape() {
     click(8033);
     type<CLeftSaveTab>(8092, folder ? "  " : "gone");
     press<CRightSaveTab>(1);
-    QCOMPARE(part<PanelFrame>(8029).name(), "Not saved: there is no file name");
+    QCOMPARE(part<PanelFrame>(8029).name(), folder ? "Not saved: there is no file name"
+                                                   : "Not saved: the library cannot be found");
     QVERIFY(dialog_->mode() == Mode::Editing);
   }
   QVERIFY(!QDir(root_->filePath("vortex")).exists());

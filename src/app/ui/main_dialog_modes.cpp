@@ -240,8 +240,8 @@ void MainDialog::showPreview() {
       picture = drawPath(path.value(), look, ratio);
     }
   } else if (const auto shape = LoadShapeFile(hostPath(file))) {
-    picture =
-        drawShape(shape.value(), libraryLook(shape.value()), size.width(), size.height(), ratio);
+    picture = drawShape(shape.value(), libraryLook(shape.value()), size.width(), size.height(),
+                        ratio, kMaxPreviewVertices);
   }
   libraries_->setPreview(toImage(picture, libraries_->previewRatio()));
 }

@@ -48,7 +48,8 @@ inline constexpr std::int64_t kMaxPreviewVertices = 4'000'000;
 /// that lines of one pixel are still seen after the averaging.
 [[nodiscard]] BmpPicture shapeThumbnail(const ShapeRecord& shape, const ShapeLook& look,
                                         std::int32_t viewWidth, std::int32_t viewHeight);
-/// The viewport's size is that of the view. Its pan shrinks with the picture.
+/// The viewport's size is that of the view. Its pan shrinks with the picture, which
+/// shows the segments alone.
 [[nodiscard]] BmpPicture pathThumbnail(const PathRecord& path, const PathViewport& look);
 
 }  // namespace pv

@@ -12,6 +12,10 @@ bool allocateColumns(ShapeMesh& mesh, std::int64_t count, std::int32_t sections)
     mesh.current()->position.clear();
     return false;
   }
+  if (any) {
+    mesh.current()->rows = static_cast<std::size_t>(count);
+    mesh.current()->columns = static_cast<std::size_t>(sections) + 1;
+  }
   return any;
 }
 
@@ -48,23 +52,7 @@ void RotateProfile(ShapeMesh& mesh, std::int32_t sections, std::int32_t angle, b
 }
 
 void BuildLines(ShapeMesh& mesh, std::int64_t profileCount, std::int64_t sections) {
-  const std::int64_t count = (sections + 1) * (profileCount - 1) + sections * profileCount;
-  if (!mesh.allocateLines(count)) {
-    return;
-  }
-  ShapeLine* line = mesh.current()->lines.data();
-  const auto n = static_cast<std::uint32_t>(profileCount);
-  const auto last = static_cast<std::uint32_t>(sections);
-  for (std::uint32_t j = 0; j <= last; ++j) {
-    for (std::uint32_t k = 0; k + 1 < n; ++k) {
-      *line++ = {j * n + k, j * n + k + 1};
-    }
-  }
-  for (std::uint32_t j = 0; j < last; ++j) {
-    for (std::uint32_t k = 0; k < n; ++k) {
-      *line++ = {j * n + k, j * n + k + n};
-    }
-  }
+  mesh.setLines((sections + 1) * (profileCount - 1) + sections * profileCount, 1);
 }
 
 }  // namespace pv

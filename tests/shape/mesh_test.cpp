@@ -74,7 +74,7 @@ TEST(Mesh, WiresJoinNeighboursWithinOneInstance) {
   ASSERT_EQ(slot.vertexCount, 6 * 5 * 4);
   ASSERT_EQ(slot.lineCount, (5 * 5 + 4 * 6) * 4);
   std::vector<int> degree(slot.base.size());
-  for (const ShapeLine& line : slot.lines.span()) {
+  for (const ShapeLine& line : slot.lines) {
     ASSERT_LT(line.second, slot.base.size());
     ASSERT_EQ(line.first / 30, line.second / 30);
     const std::uint32_t step = line.second - line.first;

@@ -93,7 +93,7 @@ class StripPainter {
       return;
     }
     forEachLinePixel(a.x, a.y, b.x, b.y, frame_.width, frame_.height,
-                     [this](std::int64_t pixel) { frame_.set(pixel); });
+                     [frame = frame_](std::int64_t pixel) { frame.set(pixel); });
   }
 
   const ShapeColumns& shape_;

@@ -2,6 +2,7 @@
 #include "view3d/wire_kernels.h"
 
 #include <bit>
+#include <utility>
 
 #include "raster/line_walk.h"
 
@@ -130,6 +131,7 @@ struct Queue {
 
 struct Queues {
   Queue two;   ///< up to 3 steps, 2 inner pixels
+  Queue four;  ///< up to 5 steps
   Queue six;   ///< up to 7 steps
   Queue more;  ///< longer: `which` holds dx, and `rise` dy
   HWY_ALIGN std::int32_t rise[2 * kRoom];
@@ -146,10 +148,12 @@ HWY_INLINE void queueLines(I start, I dx, I dy, I steps, Queues& queues) {
   const I index =
       hn::Add(hn::Add(hn::Mul(dy, hn::Set(d, ShortLines::kSide)), dx), hn::Set(d, kMiddle));
   const auto beyondTwo = hn::Gt(steps, hn::Set(d, 3));
+  const auto beyondFour = hn::Gt(steps, hn::Set(d, 5));
   const auto beyondSix = hn::Gt(steps, hn::Set(d, ShortLines::kReach));
   queues.two.add(hn::AndNot(beyondTwo, isLong), start, index);
   if (!hn::AllFalse(d, beyondTwo)) {
-    queues.six.add(hn::AndNot(beyondSix, beyondTwo), start, index);
+    queues.four.add(hn::AndNot(beyondFour, beyondTwo), start, index);
+    queues.six.add(hn::AndNot(beyondSix, beyondFour), start, index);
     if (!hn::AllFalse(d, beyondSix)) {
       hn::CompressStore(dy, beyondSix, d, queues.rise + queues.more.count);
       queues.more.add(beyondSix, start, dx);
@@ -157,18 +161,28 @@ HWY_INLINE void queueLines(I start, I dx, I dy, I steps, Queues& queues) {
   }
 }
 
-// All look-ups of a line stand before its stores.
-template <std::size_t kInner>
-HWY_INLINE void drawShort(const Queue& queue, const WireFrame& frame) {
-  for (std::size_t i = 0; i < queue.count; ++i) {
-    const ShortLines::Inner inner = (*frame.shortLines)[queue.which[i]];
-    for (std::size_t p = 0; p < kInner; ++p) {
-      frame.set(std::int64_t{queue.at[i]} + inner[p]);
-    }
+// All look-ups of a line stand before its stores, of which the compiler cannot
+// know that they do not reach the table. The frame is passed by value for the
+// same reason: its members then stay in registers.
+template <std::size_t... kInner>
+HWY_INLINE void drawShort(const Queue& queue, const WireFrame frame,
+                          std::index_sequence<kInner...> /*inner*/) {
+  const std::size_t count = queue.count;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::int32_t* inner = (*frame.shortLines)[queue.which[i]].data();
+    const std::int64_t start = queue.at[i];
+    const std::int64_t pixels[] = {start + inner[kInner]...};
+    (frame.set(pixels[kInner]), ...);
   }
 }
 
-void drawLong(const Queues& queues, const WireFrame& frame) {
+HWY_INLINE void drawDots(const std::int32_t* at, std::size_t count, const WireFrame frame) {
+  for (std::size_t i = 0; i < count; ++i) {
+    frame.set(at[i]);
+  }
+}
+
+void drawLong(const Queues& queues, const WireFrame frame) {
   for (std::size_t i = 0; i < queues.more.count; ++i) {
     const std::int64_t dx = queues.more.which[i];
     const std::int64_t dy = queues.rise[i];
@@ -179,7 +193,7 @@ void drawLong(const Queues& queues, const WireFrame& frame) {
         frame.set(start + x);
       }
     } else {
-      walkLine(line, frame.width, [&](std::int64_t pixel) { frame.set(start + pixel); });
+      walkLine(line, frame.width, [frame, start](std::int64_t pixel) { frame.set(start + pixel); });
     }
   }
 }
@@ -215,11 +229,10 @@ void drawInside(const PixelColumn& before, const PixelColumn& column, const Pixe
       queueLines(start, onX, onY, hn::Max(hn::Abs(onX), hn::Abs(onY)), queues);
     }
   }
-  for (std::size_t i = 0; i < litCount; ++i) {
-    frame.set(lit[i]);
-  }
-  drawShort<2>(queues.two, frame);
-  drawShort<ShortLines::kMost>(queues.six, frame);
+  drawDots(lit, litCount, frame);
+  drawShort(queues.two, frame, std::make_index_sequence<2>());
+  drawShort(queues.four, frame, std::make_index_sequence<4>());
+  drawShort(queues.six, frame, std::make_index_sequence<ShortLines::kMost>());
   drawLong(queues, frame);
 }
 

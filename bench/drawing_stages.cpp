@@ -25,9 +25,10 @@ void measureDrawing(benchmark::State& state, const Scene& scene, FrameSize size)
   const ShapeColumns& columns = scenery.view.updateColumns();
   const ShapeProjection projection = benchProjection(size);
   Canvas target(size);
+  WorkShare share;
   for (auto _ : state) {
     target.canvas.clear(0);
-    drawShapeLines(target.canvas, columns, target.projector, projection);
+    drawShapeLines(target.canvas, columns, target.projector, projection, share);
     benchmark::ClobberMemory();
   }
 }

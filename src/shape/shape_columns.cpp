@@ -23,7 +23,7 @@ void apply(const InstanceTransform& transform, VertexBlock& block, std::size_t c
 }  // namespace
 
 void ShapeColumns::update(const ShapeMesh& mesh, bool meshChanged, const ModifierTable& values,
-                          const DuplicateStep& step, DuplicateFlags flags) {
+                          const DuplicateStep& step, DuplicateFlags flags, WorkShare& share) {
   slot_ = mesh.current();
   const auto copies = static_cast<std::size_t>(effectiveCopies(step.copies));
   const bool exists = slot_ != nullptr && slot_->base.size() > 0;
@@ -47,26 +47,30 @@ void ShapeColumns::update(const ShapeMesh& mesh, bool meshChanged, const Modifie
     copies_[k] = instanceTransform(step, static_cast<std::int32_t>(k));
   }
   if (exists && !eachAnew_ && !firstIsShaped_) {
-    shapeFirstInstance();
+    shapeFirstInstance(share);
   }
 }
 
-void ShapeColumns::shapeFirstInstance() {
+void ShapeColumns::shapeFirstInstance(WorkShare& share) {
+  constexpr std::size_t kRound = 16 * VertexBlock::kCapacity;  // vertices
   const std::size_t all = slot_->base.size();
   if (!shaped_.resize(all)) {
     instances_ = 0;
     return;
   }
-  VertexBlock block;
-  for (std::size_t first = 0; first < all; first += VertexBlock::kCapacity) {
-    const std::size_t count = std::min(VertexBlock::kCapacity, all - first);
-    loadVertices(slot_->base, first, count, block);
-    deform(block, first, count);
-    if (shapeFirst_) {
-      apply(shapeTransform_, block, count);
+  share.run((all + kRound - 1) / kRound, [&](std::size_t round) {
+    VertexBlock block;
+    const std::size_t end = std::min(all, (round + 1) * kRound);
+    for (std::size_t first = round * kRound; first < end; first += VertexBlock::kCapacity) {
+      const std::size_t count = std::min(VertexBlock::kCapacity, end - first);
+      loadVertices(slot_->base, first, count, block);
+      deform(block, first, count);
+      if (shapeFirst_) {
+        apply(shapeTransform_, block, count);
+      }
+      storeVertices(block, first, count, shaped_);
     }
-    storeVertices(block, first, count, shaped_);
-  }
+  });
   firstIsShaped_ = true;
 }
 

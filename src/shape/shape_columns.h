@@ -7,6 +7,7 @@
 #include "shape/modifiers.h"
 #include "shape/shape_mesh.h"
 #include "shape/vertex_kernels.h"
+#include "util/work_share.h"
 
 namespace pv {
 
@@ -22,7 +23,7 @@ class ShapeColumns {
   /// change since the last call is not computed again; `meshChanged` tells about
   /// the mesh.
   void update(const ShapeMesh& mesh, bool meshChanged, const ModifierTable& values,
-              const DuplicateStep& step, DuplicateFlags flags);
+              const DuplicateStep& step, DuplicateFlags flags, WorkShare& share);
 
   /// No vertices at all while one of these is 0.
   [[nodiscard]] std::size_t rows() const { return rows_; }
@@ -35,7 +36,7 @@ class ShapeColumns {
                 VertexBlock& block) const;
 
  private:
-  void shapeFirstInstance();
+  void shapeFirstInstance(WorkShare& share);
   void deform(VertexBlock& block, std::size_t firstDirection, std::size_t count) const;
 
   const MeshSlot* slot_ = nullptr;

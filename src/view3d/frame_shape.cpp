@@ -104,24 +104,69 @@ class StripPainter {
   std::array<PixelColumn, 3> columns_;
 };
 
+/// The drawing cut into pieces that threads can take one by one: some columns of
+/// one strip. Columns that do not fit a block are drawn in strips that share a
+/// row.
+class Rounds {
+ public:
+  struct Piece {
+    Strip strip;
+    std::size_t begin;  ///< columns
+    std::size_t end;
+  };
+
+  explicit Rounds(const ShapeColumns& shape)
+      : rows_(shape.rows()),
+        columns_(shape.columns()),
+        instances_(shape.instances()),
+        strips_(std::max<std::size_t>(1, (rows_ - 1 + kAdvance - 1) / kAdvance)),
+        pieces_(areWorthSharing() ? (columns_ + kColumns - 1) / kColumns : 1) {}
+
+  /// Below, waking a helper costs more than it brings.
+  [[nodiscard]] bool areWorthSharing() const { return rows_ * columns_ * instances_ >= 10'000; }
+  [[nodiscard]] std::size_t count() const { return instances_ * strips_ * pieces_; }
+  [[nodiscard]] Piece piece(std::size_t round) const {
+    const std::size_t piece = round % pieces_;
+    const std::size_t first = round / pieces_ % strips_ * kAdvance;
+    const std::size_t count = std::min(VertexBlock::kCapacity, rows_ - first);
+    return {{round / pieces_ / strips_, first, count},
+            columns_ * piece / pieces_,
+            columns_ * (piece + 1) / pieces_};
+  }
+
+ private:
+  static constexpr std::size_t kAdvance = VertexBlock::kCapacity - 1;
+  static constexpr std::size_t kColumns = 48;  // each piece projects two more
+
+  std::size_t rows_;
+  std::size_t columns_;
+  std::size_t instances_;
+  std::size_t strips_;
+  std::size_t pieces_;
+};
+
 }  // namespace
 
 void drawShapeLines(RasterCanvas& canvas, const ShapeColumns& shape, const ViewProjector& projector,
-                    const ShapeProjection& projection) {
-  if (canvas.width == 0 || shape.rows() == 0) {
+                    const ShapeProjection& projection, WorkShare& share) {
+  if (canvas.width == 0 || shape.instances() == 0 || shape.rows() == 0) {
     return;
   }
   canvas.setColour(kShapeColour);
   const ShortLines shortLines(canvas.width);
   const WireFrame frame{canvas.pixels, canvas.width, canvas.height, canvas.colour, &shortLines};
   const PixelMap map(projection, projector, canvas.width, canvas.height);
-  // Columns that do not fit a block are drawn in strips that share a row.
-  constexpr std::size_t kAdvance = VertexBlock::kCapacity - 1;
-  for (std::size_t instance = 0; instance < shape.instances(); ++instance) {
-    for (std::size_t first = 0; first == 0 || first + 1 < shape.rows(); first += kAdvance) {
-      const std::size_t count = std::min(VertexBlock::kCapacity, shape.rows() - first);
-      StripPainter(shape, map, frame, {instance, first, count}).draw(0, shape.columns());
-    }
+  const Rounds rounds(shape);
+  const auto draw = [&](std::size_t round) {
+    const Rounds::Piece piece = rounds.piece(round);
+    StripPainter(shape, map, frame, piece.strip).draw(piece.begin, piece.end);
+  };
+  if (rounds.areWorthSharing()) {
+    share.run(rounds.count(), draw);
+    return;
+  }
+  for (std::size_t round = 0; round < rounds.count(); ++round) {
+    draw(round);
   }
 }
 

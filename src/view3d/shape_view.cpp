@@ -110,7 +110,7 @@ const ShapeColumns& ShapeView::updateColumns() {
   generate(true);
   columns_.update(mesh_, meshChanged_, set_.values,
                   duplicateStep(record_.emitter, record_.duplicates),
-                  {record_.applyModifiersGlobally != 0, record_.useWorldAxis != 0});
+                  {record_.applyModifiersGlobally != 0, record_.useWorldAxis != 0}, share_);
   meshChanged_ = false;
   return columns_;
 }
@@ -239,7 +239,7 @@ void ShapeView::drawView(RasterCanvas& canvas) {
     }
   }
   if (showLines_) {
-    drawShapeLines(canvas, columns_, projector_, projection);
+    drawShapeLines(canvas, columns_, projector_, projection, share_);
   } else {
     drawShapeDots(canvas, columns_, projector_, projection, kDotHalfSize * pixelRatio_);
   }

@@ -8,6 +8,7 @@
 #include "shape/modifiers.h"
 #include "shape/shape_columns.h"
 #include "shape/shape_record.h"
+#include "util/work_share.h"
 #include "view3d/handle_drag.h"
 #include "view3d/view_camera.h"
 #include "view3d/view_projector.h"
@@ -91,6 +92,9 @@ class ShapeView {
   /// What drawFrame does before it draws: brings the columns up to date.
   const ShapeColumns& updateColumns();
   [[nodiscard]] const ViewProjector& projector() const { return projector_; }
+  /// How many threads a large frame may use, this one counted in; 0 for as many
+  /// as the machine has processors.
+  void setThreads(unsigned threads) { share_ = WorkShare(threads); }
   /// Meshes above this are not built (tests and small machines).
   void setVertexLimit(std::int64_t limit) { mesh_.setVertexLimit(limit); }
 
@@ -109,6 +113,7 @@ class ShapeView {
   ShapeMesh mesh_;
   CRandSequence random_;
   ShapeColumns columns_;
+  WorkShare share_;
   std::size_t firstVertices_ = 0;  ///< vertices of the shape without its copies
   bool meshIsCurrent_ = false;     ///< holds one instance, as the settings make it
   bool meshChanged_ = false;       ///< since the columns were last brought up to date

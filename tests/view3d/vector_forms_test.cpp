@@ -29,7 +29,7 @@ class VectorForms : public testing::Test {
   ~VectorForms() override { hwy::GetChosenTarget().Update(hwy::SupportedTargets()); }
 
   /// Draws the shape by every form and compares it with the reference.
-  static void compare(const ShapeRecord& shape, const FrameSetup& setup) {
+  static void compare(const ShapeRecord& shape, const FrameSetup& setup, unsigned threads = 1) {
     std::srand(1);
     (void)reference::generateShape(shape);
     const auto wanted = reference::drawFrame(shape, setup);
@@ -41,6 +41,7 @@ class VectorForms : public testing::Test {
       view.setCamera(setup.camera);
       view.setShowLines(setup.showLines);
       view.setShowGrid(setup.showGrid);
+      view.setThreads(threads);
       view.setShape(shape);
       ASSERT_EQ(reference::firstDifference(view.drawFrame(), wanted, setup.width), "")
           << hwy::TargetName(target) << ", view " << static_cast<int>(setup.mode) << " of "
@@ -124,6 +125,21 @@ TEST_F(VectorForms, LongColumns) {
     shape.applyModifiersGlobally = dice.below(2);
     compare(shape, setupOf(dice));
     ASSERT_FALSE(HasFatalFailure()) << rows;
+  }
+}
+
+TEST_F(VectorForms, OneToEightThreads) {
+  Dice dice(43);
+  for (unsigned threads = 1; threads <= 8; ++threads) {
+    ShapeRecord shape = reference::randomShape(dice, Taste::Useful);
+    shape.emitter.kind = EmitterKind::SpherePatch;
+    shape.emitter.horizontalAmount = 90 + dice.below(40);
+    shape.emitter.verticalAmount = 60 + dice.below(60);
+    shape.emitter.copies = dice.between(1, 4);
+    FrameSetup setup = setupOf(dice);
+    setup.showLines = true;
+    compare(shape, setup, threads);
+    ASSERT_FALSE(HasFatalFailure()) << threads;
   }
 }
 

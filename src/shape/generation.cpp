@@ -7,6 +7,7 @@
 #include "math/matrix4.h"
 #include "math/scalar.h"
 #include "shape/duplicates.h"
+#include "shape/random_directions.h"
 #include "shape/sections.h"
 
 namespace pv {
@@ -107,13 +108,6 @@ void buildByKind(ShapeMesh& mesh, const EmitterSettings& emitter) {
   }
 }
 
-float directionComponent(CRandSequence& random) {
-  constexpr std::int32_t kSteps = 100001;
-  const float a = static_cast<float>(random.next() % kSteps) / 100000.0F;
-  const float b = static_cast<float>(random.next() % kSteps) / 100000.0F;
-  return a - b;
-}
-
 // A direction for every vertex of the current slot.
 std::uint64_t drawOrSkip(ShapeMesh& mesh, CRandSequence& random, Directions directions) {
   MeshSlot* slot = mesh.current();
@@ -125,25 +119,13 @@ std::uint64_t drawOrSkip(ShapeMesh& mesh, CRandSequence& random, Directions dire
     slot->disperse.clear();
     random.skip(kDrawsPerVertex * vertices);
   } else {
-    drawDirections(*slot, vertices, random);
+    WorkShare alone(1);
+    drawDirections(*slot, vertices, random, alone);
   }
   return kDrawsPerVertex * vertices;
 }
 
 }  // namespace
-
-void drawDirections(MeshSlot& slot, std::size_t count, CRandSequence& random) {
-  if (!slot.disperse.resize(count)) {
-    random.skip(kDrawsPerVertex * count);
-    return;
-  }
-  for (std::size_t i = 0; i < count; ++i) {
-    const float x = directionComponent(random);
-    const float y = directionComponent(random);
-    const float z = directionComponent(random);
-    slot.disperse.set(i, {x, y, z});
-  }
-}
 
 std::uint64_t GenerateShape(ShapeMesh& mesh, const EmitterSettings& emitter,
                             const DuplicateSettings& duplicates, CRandSequence& random,

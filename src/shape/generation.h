@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #include "shape/random_sequence.h"
@@ -19,12 +18,5 @@ enum class Directions : std::uint8_t { Draw, SkipOnly };
 std::uint64_t GenerateShape(ShapeMesh& mesh, const EmitterSettings& emitter,
                             const DuplicateSettings& duplicates, CRandSequence& random,
                             Directions directions = Directions::Draw);
-
-/// Random numbers that one vertex' direction takes.
-inline constexpr std::uint64_t kDrawsPerVertex = 6;
-
-/// Gives the slot directions for `count` vertices. Without memory there are
-/// none, and the sequence moves on as if there were.
-void drawDirections(MeshSlot& slot, std::size_t count, CRandSequence& random);
 
 }  // namespace pv

@@ -1,7 +1,10 @@
 #include "shape/sections.h"
 
+#include <algorithm>
+
 #include "math/matrix4.h"
 #include "math/scalar.h"
+#include "shape/vertex_kernels.h"
 
 namespace pv {
 
@@ -27,28 +30,37 @@ void ExtrudeProfile(ShapeMesh& mesh, std::span<const Vec3> points, std::int32_t 
 
 void RotateProfile(ShapeMesh& mesh, std::int32_t sections, std::int32_t angle, bool centre,
                    Turn turn) {
+  static_assert(kMaxPathPoints <= VertexBlock::kCapacity);
   const std::span<const Vec3> profile = mesh.profile();
-  if (allocateColumns(mesh, static_cast<std::int64_t>(profile.size()), sections)) {
+  const std::size_t count = profile.size();
+  if (allocateColumns(mesh, static_cast<std::int64_t>(count), sections)) {
     VectorStreams& base = mesh.current()->base;
     const float half = centre ? static_cast<float>(angle) / 2.0F : 0.0F;
     const float step =
         sections == 0 ? 0.0F : static_cast<float>(angle) / static_cast<float>(sections);
-    std::size_t vertex = 0;
+    // The sweep exchanges x and z around the turn, which turns the other way.
+    const bool swaps = turn == Turn::Sweep;
+    VertexBlock points;
+    for (std::size_t k = 0; k < VertexBlock::padded(count); ++k) {
+      const Vec3& p = profile[std::min(k, count - 1)];
+      points.x[k] = swaps ? p.z : p.x;
+      points.y[k] = p.y;
+      points.z[k] = swaps ? p.x : p.z;
+    }
+    VertexBlock column;
     for (std::int32_t j = 0; j <= sections; ++j) {
       const float degrees = static_cast<float>(j) * step - half;
-      const Matrix4 m = D3DXMatrixRotationYawPitchRoll(toRadians(degrees), 0.0F, 0.0F);
-      for (const Vec3& p : profile) {
-        // The sweep exchanges x and z around the turn, which turns the other way.
-        if (turn == Turn::Sweep) {
-          const Vec3 turned = D3DXVec3Transform({p.z, p.y, p.x}, m);
-          base.set(vertex++, {turned.z, turned.y, turned.x});
-        } else {
-          base.set(vertex++, D3DXVec3Transform(p, m));
-        }
-      }
+      column = points;
+      // Adding a move of zero changes nothing: no sum here is a negative zero.
+      transformVertices(column, count, D3DXMatrixRotationYawPitchRoll(toRadians(degrees), 0, 0),
+                        {});
+      const std::size_t first = static_cast<std::size_t>(j) * count;
+      std::copy_n(swaps ? column.z : column.x, count, base.x.data() + first);
+      std::copy_n(column.y, count, base.y.data() + first);
+      std::copy_n(swaps ? column.x : column.z, count, base.z.data() + first);
     }
   }
-  BuildLines(mesh, static_cast<std::int64_t>(profile.size()), sections);
+  BuildLines(mesh, static_cast<std::int64_t>(count), sections);
 }
 
 void BuildLines(ShapeMesh& mesh, std::int64_t profileCount, std::int64_t sections) {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "raster/pixel_words.h"
+#include "shape/random_directions.h"
 #include "view3d/frame_grid.h"
 #include "view3d/frame_shape.h"
 #include "view3d/handles.h"
@@ -101,7 +102,7 @@ void ShapeView::moveSequence(bool shown) {
   meshChanged_ = meshChanged_ || drawn > 0 || slot->disperse.size() > 0;
   slot->disperse.clear();
   if (drawn > 0) {
-    drawDirections(*slot, drawn, random_);
+    drawDirections(*slot, drawn, random_, share_);
   }
   random_.skip(kDrawsPerVertex * (all - drawn));
 }

@@ -133,9 +133,11 @@ TEST_F(VectorForms, OneToEightThreads) {
   for (unsigned threads = 1; threads <= 8; ++threads) {
     ShapeRecord shape = reference::randomShape(dice, Taste::Useful);
     shape.emitter.kind = EmitterKind::SpherePatch;
-    shape.emitter.horizontalAmount = 90 + dice.below(40);
-    shape.emitter.verticalAmount = 60 + dice.below(60);
+    shape.emitter.horizontalAmount = 100 + dice.below(40);
+    shape.emitter.verticalAmount = 80 + dice.below(60);
     shape.emitter.copies = dice.between(1, 4);
+    shape.applyModifiersGlobally = static_cast<std::int32_t>(threads % 2);
+    shape.modifiers.triples[3] = {20.0F, -10.0F, 15.0F};  // disperse
     FrameSetup setup = setupOf(dice);
     setup.showLines = true;
     compare(shape, setup, threads);

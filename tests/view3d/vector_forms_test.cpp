@@ -88,7 +88,7 @@ void walkPath(ShapeRecord& shape, const FrameSetup& setup, Dice& dice, int count
 
 TEST_F(VectorForms, RandomShapes) {
   Dice dice(40);
-  for (int i = 0; i < 500; ++i) {
+  for (int i = 0; i < 240; ++i) {
     compare(reference::randomShape(dice, i % 3 == 2 ? Taste::Wild : Taste::Useful), setupOf(dice));
     ASSERT_FALSE(HasFatalFailure()) << i;
   }
@@ -96,7 +96,7 @@ TEST_F(VectorForms, RandomShapes) {
 
 TEST_F(VectorForms, LinesOfEveryLengthAndDirection) {
   Dice dice(41);
-  for (int i = 0; i < 400; ++i) {
+  for (int i = 0; i < 200; ++i) {
     const FrameSetup setup = setupOf(dice);
     ShapeRecord shape;
     shape.emitter.kind = dice.once(3) ? EmitterKind::SweepPath : EmitterKind::LoftPath;

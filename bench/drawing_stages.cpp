@@ -40,7 +40,8 @@ void registerDrawingStages() {
     for (const FrameSize size : kFrameSizes) {
       const std::string place = scene.name + "/" + size.name();
       benchmark::RegisterBenchmark(("draw/" + place).c_str(), measureDrawing, scene, size)
-          ->Unit(benchmark::kMillisecond);
+          ->Unit(benchmark::kMillisecond)
+          ->MeasureProcessCPUTime();
     }
   }
 }

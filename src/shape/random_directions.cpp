@@ -95,7 +95,7 @@ void follow(Lanes& lanes, std::size_t each, std::size_t first, VectorStreams& to
 /// The lanes start at the windows, one each.
 void followFrom(const CRandSequence::Window* windows, std::size_t each, std::size_t first,
                 VectorStreams& to) {
-  Lanes lanes;
+  Lanes lanes{};
   for (std::size_t lane = 0; lane < kLanes; ++lane) {
     for (std::size_t word = 0; word < kWords; ++word) {
       lanes.words[word][lane] = windows[lane][word];

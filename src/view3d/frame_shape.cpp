@@ -23,6 +23,8 @@ struct Strip {
 /// positions exist at a time, so that they stay in the nearest cache.
 class StripPainter {
  public:
+  // The block and the columns are filled before they are read.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
   StripPainter(const ShapeColumns& shape, const PixelMap& map, const WireFrame& frame, Strip strip)
       : shape_(shape), map_(map), frame_(frame), strip_(strip) {}
 

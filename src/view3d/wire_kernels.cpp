@@ -117,6 +117,8 @@ bool project(const VertexBlock& block, std::size_t count, const PixelMap& map, P
 constexpr std::size_t kRoom = VertexBlock::kCapacity + 64;  // compressed stores overshoot
 
 /// Lines that wait for their inner pixels: where they start, and which they are.
+// Left unset: only what was put in is read.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 struct Queue {
   HWY_ALIGN std::int32_t at[2 * kRoom];
   HWY_ALIGN std::int32_t which[2 * kRoom];
@@ -129,6 +131,7 @@ struct Queue {
   }
 };
 
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 struct Queues {
   Queue two;   ///< up to 3 steps, 2 inner pixels
   Queue four;  ///< up to 5 steps
@@ -287,7 +290,8 @@ ShortLines::ShortLines(std::int32_t width) {
       if (count < 3) {
         continue;
       }
-      Inner& inner = lines_[static_cast<std::size_t>((dy + kReach) * kSide + dx + kReach)];
+      Inner& inner =
+          lines_[static_cast<std::size_t>(std::int64_t{dy + kReach} * kSide + dx + kReach)];
       for (std::size_t i = 0; i < kMost; ++i) {
         inner[i] = walked[i + 2 < count ? i + 1 : 1];
       }

@@ -13,6 +13,7 @@ for program in particle-vortex pvortex; do
   [ ! -e "$build/bin/$program" ] || install -m 755 "$build/bin/$program" "$target/bin/"
 done
 cp -f "$root"/art/rendered/bin/program/* "$target/bin/program/"
+cp -Rf "$root"/help/. "$target/help/"
 
 work=$(mktemp -d "$target/vortex/.starter-XXXXXX")
 trap 'rm -rf "$work"' EXIT

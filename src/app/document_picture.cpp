@@ -35,6 +35,24 @@ FrameSize thumbnailFrame(std::int32_t viewWidth, std::int32_t viewHeight) {
                                 : FrameSize{width, side(h * width / w)};
 }
 
+template <class Draw>
+BmpPicture pictureOf(const PathRecord& path, const PathViewport& look, float pixelRatio,
+                     const Draw& draw) {
+  if (look.width < 1 || look.height < 1) {
+    return {};
+  }
+  BmpPicture picture{look.width, look.height, {}};
+  picture.words.resize(static_cast<std::size_t>(look.width) *
+                       static_cast<std::size_t>(look.height));
+  RasterCanvas canvas(picture.words.data(), look.width, look.height);
+  canvas.clear(kPathBackground);
+  PathModel model;
+  model.setPoints(path);
+  model.setSize(look.width, look.height, pixelRatio);
+  draw(model, canvas);
+  return picture;
+}
+
 BmpPicture shrunk(const BmpPicture& frame) {
   return makeThumbnail(frame.words, frame.width, frame.height).value_or(BmpPicture{});
 }
@@ -76,8 +94,9 @@ PathViewport libraryLook(const PathRecord& path) {
 }
 
 BmpPicture drawShape(const ShapeRecord& shape, const ShapeLook& look, std::int32_t width,
-                     std::int32_t height, float pixelRatio) {
+                     std::int32_t height, float pixelRatio, std::int64_t maxVertices) {
   ShapeView view;
+  view.setVertexLimit(maxVertices);
   view.setShape(shape);
   view.setViewMode(look.mode);
   view.setCamera(look.camera);
@@ -89,19 +108,8 @@ BmpPicture drawShape(const ShapeRecord& shape, const ShapeLook& look, std::int32
 }
 
 BmpPicture drawPath(const PathRecord& path, const PathViewport& look, float pixelRatio) {
-  if (look.width < 1 || look.height < 1) {
-    return {};
-  }
-  BmpPicture picture{look.width, look.height, {}};
-  picture.words.resize(static_cast<std::size_t>(look.width) *
-                       static_cast<std::size_t>(look.height));
-  RasterCanvas canvas(picture.words.data(), look.width, look.height);
-  canvas.clear(kPathBackground);
-  PathModel model;
-  model.setPoints(path);
-  model.setSize(look.width, look.height, pixelRatio);
-  model.draw(canvas, look);
-  return picture;
+  return pictureOf(path, look, pixelRatio,
+                   [&](PathModel& model, RasterCanvas& canvas) { model.draw(canvas, look); });
 }
 
 BmpPicture shapeThumbnail(const ShapeRecord& shape, const ShapeLook& look, std::int32_t viewWidth,
@@ -120,7 +128,10 @@ BmpPicture pathThumbnail(const PathRecord& path, const PathViewport& look) {
   small.width = size.width;
   small.height = size.height;
   small.pan = {look.pan.x * scale, look.pan.y * scale, look.pan.z * scale};
-  return shrunk(drawPath(path, small));
+  // Markers would hide a path of many points, and the grid is too fine.
+  return shrunk(pictureOf(path, small, 1.0F, [&](PathModel& model, RasterCanvas& canvas) {
+    model.drawSegments(canvas, small);
+  }));
 }
 
 }  // namespace pv

@@ -31,11 +31,15 @@ inline constexpr ShapeLook kLibraryLook{
 /// The flat view in which a path is widest; Front where several are.
 [[nodiscard]] PathViewport libraryLook(const PathRecord& path);
 
+/// A shape of more vertices would keep a browser's user waiting.
+inline constexpr std::int64_t kMaxPreviewVertices = 4'000'000;
+
 /// One frame of a size in device pixels, `pixelRatio` of which make a pixel of 96
-/// dpi; without handles. Empty for sizes below 1.
+/// dpi; without handles. Empty for sizes below 1. A shape of more than `maxVertices`
+/// is left out of it.
 [[nodiscard]] BmpPicture drawShape(const ShapeRecord& shape, const ShapeLook& look,
-                                   std::int32_t width, std::int32_t height,
-                                   float pixelRatio = 1.0F);
+                                   std::int32_t width, std::int32_t height, float pixelRatio = 1.0F,
+                                   std::int64_t maxVertices = kMaxMeshVertices);
 /// The same of a path; the size comes with the viewport.
 [[nodiscard]] BmpPicture drawPath(const PathRecord& path, const PathViewport& look,
                                   float pixelRatio = 1.0F);
@@ -44,7 +48,8 @@ inline constexpr ShapeLook kLibraryLook{
 /// that lines of one pixel are still seen after the averaging.
 [[nodiscard]] BmpPicture shapeThumbnail(const ShapeRecord& shape, const ShapeLook& look,
                                         std::int32_t viewWidth, std::int32_t viewHeight);
-/// The viewport's size is that of the view. Its pan shrinks with the picture.
+/// The viewport's size is that of the view. Its pan shrinks with the picture, which
+/// shows the segments alone.
 [[nodiscard]] BmpPicture pathThumbnail(const PathRecord& path, const PathViewport& look);
 
 }  // namespace pv

@@ -36,7 +36,13 @@ std::string_view localName(const pugi::xml_node& node) {
 }
 
 std::string quoted(std::string_view text) {
-  return "'" + std::string(text.substr(0, kMaxQuoted)) + "'";
+  std::size_t length = std::min(text.size(), kMaxQuoted);
+  // A letter that takes several bytes is left out whole.
+  while (length > 0 && length < text.size() &&
+         (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
+    --length;
+  }
+  return "'" + std::string(text.substr(0, length)) + "'";
 }
 
 /// Draws one element's attributes. The first fault stays, and zeros stand in for

@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -66,7 +67,12 @@ class Checker {
     }
     checkData();
     checkThumbnails();
-    fileTags_ = readLists("tagdb\\", ".tdb");
+    for (auto& [name, tags] : readLists("tagdb\\", ".tdb")) {
+      const std::string& file = dataNameOf(name);
+      if (file == name || !fileTags_.contains(file)) {
+        fileTags_[file] = std::move(tags);
+      }
+    }
     checkLostLists();
     tagFiles_ = readLists("tags\\", ".tag");
     checkTags();
@@ -115,6 +121,7 @@ class Checker {
         add(FindingKind::DataDoesNotLoad, name + place_.extension, loaded.error().reason);
       }
       dataNames_.insert(name);
+      anyCase_.emplace(lowerCaseOf(name), name);
       dataOrder_.push_back(std::move(name));
     }
   }
@@ -124,7 +131,7 @@ class Checker {
     for (const auto& name : namesIn("thumbs\\", ".bmp")) {
       const std::string file = "thumbs\\" + name + ".bmp";
       there.insert(lowerCaseOf(name));
-      if (!dataNames_.contains(name)) {
+      if (!dataNames_.contains(dataNameOf(name))) {
         add(FindingKind::LostCompanion, file, "there is no data file of this name");
       } else if (const auto picture = readBmpFile(hostPath(place_.thumbnailFile(name))); !picture) {
         add(FindingKind::BadThumbnail, file, picture.error().reason);
@@ -135,6 +142,12 @@ class Checker {
         add(FindingKind::MissingThumbnail, name + place_.extension, "there is no thumbnail");
       }
     }
+  }
+
+  /// A file's companions are found whatever their case is.
+  [[nodiscard]] const std::string& dataNameOf(const std::string& name) const {
+    const auto found = anyCase_.find(lowerCaseOf(name));
+    return dataNames_.contains(name) || found == anyCase_.end() ? name : found->second;
   }
 
   Lists readLists(const std::string& part, const std::string& extension) {
@@ -213,6 +226,7 @@ class Checker {
   std::vector<Finding> findings_;
   std::vector<std::string> dataOrder_;
   NameSet dataNames_;
+  std::unordered_map<std::string, std::string> anyCase_;  ///< data names by lower case
   Lists fileTags_;
   Lists tagFiles_;
 };

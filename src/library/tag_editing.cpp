@@ -48,6 +48,7 @@ bool TagDeleteMode::tagClicked(CTagCloud& cloud) {
 
 TagPanelCode TagPanel::tagClicked(CTagCloud& cloud) {
   if (deleteMode.tagClicked(cloud)) {
+    deleteToggled(cloud);
     return TagPanelCode::None;
   }
   if (!selectedFile_.empty()) {
@@ -60,6 +61,26 @@ TagPanelCode TagPanel::tagClicked(CTagCloud& cloud) {
   }
   filteredFiles_ = cloud.filterFiles();
   return cloud.countSelected() == 0 ? TagPanelCode::ShowAll : TagPanelCode::ShowFiltered;
+}
+
+void TagPanel::deleteToggled(CTagCloud& cloud) {
+  if (!deleteMode.on() && !selectedFile_.empty()) {
+    showFileTags(cloud);
+  }
+}
+
+/// By the lists, which were last built for this file: a tag that was deleted
+/// meanwhile does not come back, as it would from the ".tdb" file.
+void TagPanel::showFileTags(CTagCloud& cloud) {
+  const auto& listed = cloud.selectedList();
+  for (std::int32_t i = 0; i < cloud.count(); ++i) {
+    const TagEntry& tag = cloud.entries()[static_cast<std::size_t>(i)];
+    if (std::find(listed.begin(), listed.end(), tag.name) != listed.end()) {
+      cloud.setState(i, TagState::Selected);
+    }
+  }
+  cloud.buildLists();
+  heldText_ = cloud.selectedText();
 }
 
 void TagPanel::fileSelected(CTagCloud& cloud, const LibraryPlace& place, std::string_view name) {

@@ -47,6 +47,10 @@ class TagPanel {
   /// A click on the cloud, after its click rule. FileTagsChanged comes only when
   /// the selected tags differ from those that were last held for the file.
   [[nodiscard]] TagPanelCode tagClicked(CTagCloud& cloud);
+  /// The delete mode was toggled, which cleared every state. As it ends, a file
+  /// that is still selected shows its tags again: else the next click would
+  /// replace them all.
+  void deleteToggled(CTagCloud& cloud);
   /// The file that is selected in the browser now: its tags become selected and
   /// the lists are built. An empty name means none and leaves the cloud alone.
   void fileSelected(CTagCloud& cloud, const LibraryPlace& place, std::string_view name);
@@ -55,6 +59,8 @@ class TagPanel {
   [[nodiscard]] const std::vector<std::string>& filteredFiles() const { return filteredFiles_; }
 
  private:
+  void showFileTags(CTagCloud& cloud);
+
   std::string selectedFile_;
   std::string heldText_;
   std::vector<std::string> filteredFiles_;

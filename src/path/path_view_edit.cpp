@@ -94,6 +94,9 @@ void PathView::deleteSelected() {
 void PathView::refreshHover() {
   const bool known = pointer_ && !drawMode_;
   hoveredVertex_ = known ? path_.hitSelectedVertex(*pointer_) : -1;
+  if (known && tool_ == PathTool::Add) {
+    hoverSegment(*pointer_);  // a pointer that rests has no movement to find it by
+  }
 }
 
 void PathView::forgetHover() {

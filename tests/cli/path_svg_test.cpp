@@ -211,6 +211,8 @@ TEST_F(PathSvg, HostileDrawingsAreBadData) {
     EXPECT_EQ(ran.err.find("pvortex: " + at("in.svg") + ": "), 0U) << ran.err;
     EXPECT_FALSE(exists("o.j2d"));
   }
+  // A long name is cut between letters.
+  EXPECT_NE(import("<a" + many(30, "\xC3\xA9") + "/>").err.find("\xC3\xA9'"), std::string::npos);
   EXPECT_EQ(import("<svg>" + many(40'000, "<rect width='1' height='2'/>") + "</svg>").status, 0);
   EXPECT_EQ(import("<svg><path d='M0 0" + many(100'000, "q1 2 2 0") + "'/></svg>").status, 0);
 }

@@ -209,10 +209,12 @@ TEST_F(Workflow, DeleteModeEndsWithTheLastTag) {
 TEST_F(Workflow, ReconstructionFollowsTheFilesTags) {
   for (const char* name : {"a", "b", "c"}) {
     put(std::string(name) + ".j3d", "shape");
+  }
+  for (const char* name : {"a", "B", "c"}) {  // the system may not care for case
     putThumbnail(name);
   }
   put("tagdb/a.tdb", "red\r\nblue\r\n");
-  put("tagdb/b.TDB", "red\r\nred\r\n");
+  put("tagdb/B.TDB", "red\r\nred\r\n");
   put("tagdb/lost.tdb", "red\r\n");
   put("tags/red.tag", "a\r\nb\r\nb\r\ngone\r\n");
   put("tags/old.tag", "c\r\n");

@@ -195,6 +195,9 @@ TEST(PathTools, AddHighlightsOneSegmentAndHalvesIt) {
   expectNear(script.point(1), {-0.25F, 0.25F, 0.25F}, "midpoint");
   EXPECT_EQ(script.view.hoveredSegment(), -1);
   EXPECT_TRUE(script.isSettled());
+  script.take(script.view.undo());
+  script.click({100, 100});  // the pointer has not moved
+  ASSERT_EQ(script.count(), 4);
   script.move({250, 80});
   script.tool(PathTool::Move);
   EXPECT_EQ(script.view.hoveredSegment(), -1);

@@ -122,11 +122,12 @@ class MainDialogTest : public QObject {
     QTest::mouseClick(&list, Qt::LeftButton, {}, list.cellRect(index).center());
   }
   template <typename Page>
-  void clickTag(const char* name, Qt::KeyboardModifiers keys = {}) {
+  void clickTag(const char* name, Qt::KeyboardModifiers keys = {},
+                Qt::MouseButton button = Qt::LeftButton) {
     auto& cloud = *dialog_->findChild<Page*>()->template findChild<TagCloudWidget*>();
     const int tag = cloud.cloud().findTag(name);
     QVERIFY2(tag >= 0, name);
-    QTest::mouseClick(&cloud, Qt::LeftButton, keys, cloud.tagRect(tag).center());
+    QTest::mouseClick(&cloud, button, keys, cloud.tagRect(tag).center());
   }
   [[nodiscard]] QStringList files(const QString& folder) const {
     return QDir(root_->filePath("vortex/" + folder)).entryList(QDir::Files, QDir::Name);
@@ -464,7 +465,7 @@ void MainDialogTest::filesAreTaggedFoundAndDeleted() {
   QCOMPARE(shown(), (Names{"shpe-0000", "shpe-0001", "shpe-0002"}));
   clickTag<CLeftLoadTab>("red");
   QCOMPARE(shown(), (Names{"shpe-0000", "shpe-0001"}));
-  clickTag<CLeftLoadTab>("blue", Qt::AltModifier);
+  clickTag<CLeftLoadTab>("blue", {}, Qt::RightButton);
   QCOMPARE(shown(), Names{"shpe-0000"});
   press<CRightLoadTab>(2);
 
@@ -509,7 +510,8 @@ void MainDialogTest::failedSavesKeepTheShape() {
     click(8033);
     type<CLeftSaveTab>(8092, folder ? "  " : "gone");
     press<CRightSaveTab>(1);
-    QCOMPARE(part<PanelFrame>(8029).name(), "Not saved: there is no file name");
+    QCOMPARE(part<PanelFrame>(8029).name(), folder ? "Not saved: there is no file name"
+                                                   : "Not saved: the library cannot be found");
     QVERIFY(dialog_->mode() == Mode::Editing);
   }
   QVERIFY(!QDir(root_->filePath("vortex")).exists());
@@ -535,6 +537,10 @@ void MainDialogTest::badFilesKeepTheShape() {
     QVERIFY(view().shape() == made);
     QVERIFY(part<PanelFrame>(8029).name().startsWith("Not loaded: "));
   }
+  click(8031);
+  QCOMPARE(part<PanelFrame>(8029).name(), "");
+  press<CRightLoadTab>(2);
+  dialog_->openFile(file("missing.j3d"));
   control<CSpinCombo>(8034).moveTo(3);
   QCOMPARE(part<PanelFrame>(8029).name(), "");
 }

@@ -116,7 +116,7 @@ class TagPagesTest : public QObject {
   void fullLibrary();
   void loadPanelFilters();
   void editPanelChangesFileTags();
-  void deletingForgetsTheFile();
+  void deletingKeepsTheFilesTags();
   void reconstruction();
 
  private:
@@ -267,12 +267,19 @@ void TagPagesTest::clickRule() {
   QCOMPARE(told.count(), count);
   QTest::mouseRelease(&at.cloud(), Qt::LeftButton, {}, second);
   QCOMPARE(told.count(), ++count);
-  QTest::mouseClick(&at.cloud(), Qt::RightButton, {}, second);
+  QTest::mouseClick(&at.cloud(), Qt::RightButton, {}, second);  // stands for Alt
+  QCOMPARE(told.count(), ++count);
   const QPoint beside(at.cloud().width() / 2, at.cloud().height() - 8);
   QTest::mouseClick(&at.cloud(), Qt::LeftButton, Qt::ControlModifier, beside);
-  QCOMPARE(at.states(), "-s-");
+  QCOMPARE(at.states(), "-x-");
   QTest::mouseClick(&at.cloud(), Qt::LeftButton, {}, beside);
   QCOMPARE(at.states(), "---");
+  // The page is left while the button is down.
+  QTest::mousePress(&at.cloud(), Qt::LeftButton, {}, second);
+  at.page->hide();
+  at.page->show();
+  at.tag(0);
+  QCOMPARE(at.states(), "s--");
 }
 
 void TagPagesTest::keysWalkTheCloud() {
@@ -603,28 +610,42 @@ void TagPagesTest::editPanelChangesFileTags() {
   QCOMPARE(file(), none);
 }
 
-// The cleared states are nobody's wish for the file that was selected.
-void TagPagesTest::deletingForgetsTheFile() {
+// While clicks delete no tag is marked; the file has its tags again afterwards.
+void TagPagesTest::deletingKeepsTheFilesTags() {
   library_->write("tags/blue.tag", "a-0000\r\n");
+  library_->write("tags/green.tag", "");
   library_->write("tags/red.tag", "a-0000\r\n");
   library_->write("tagdb/a-0000.tdb", "blue\r\nred\r\n");
   OpenPage<CLeftEditTab> at(kLeft);
   QVERIFY(QTest::qWaitForWindowActive(at.page.get()));
   at.page->open(library_->place(), {});
   at.page->applyFileTags("a-0000");
-  QCOMPARE(at.states(), "ss");
+  QCOMPARE(at.states(), "s-s");
   at.click(8096);
+  QCOMPARE(at.states(), "---");
   at.tag("red");
   QCOMPARE(library_->read("tags/red.tag"), "missing");
+  QVERIFY(at.control(8096).isChecked() && at.page->takeResult() == 0);
   at.click(8096);
-  at.tag("blue");
-  QCOMPARE(at.page->takeResult(), 2);
+  QCOMPARE(at.states(), "s-");  // "red" does not come back
+  at.tag("green", Qt::ControlModifier);
+  QCOMPARE(at.page->takeResult(), 4);
   at.page->updateFileTags();
-  QCOMPARE(library_->read("tagdb/a-0000.tdb"), "blue\r\nred\r\n");
+  QCOMPARE(library_->read("tagdb/a-0000.tdb"), "blue\r\ngreen\r\n");
   at.click(8096);
-  at.page->applyFileTags("a-0000");
+  at.page->applyFileTags("a-0000");     // another file is chosen, which ends the mode:
   at.tag("blue", Qt::ControlModifier);  // takes one tag from the file and deletes none
   QVERIFY(at.page->takeResult() == 4 && at.cloud().cloud().count() == 2);
+  // Without tags there is nothing to go on deleting, or that the file would hold.
+  at.page->updateFileTags();
+  at.click(8096);
+  at.tag("blue");
+  at.tag("green");
+  QVERIFY(!at.control(8096).isChecked());
+  at.type(8091, "green");
+  at.click(8094);
+  at.tag("green");
+  QCOMPARE(at.page->takeResult(), 4);
 }
 
 void TagPagesTest::reconstruction() {

@@ -127,7 +127,8 @@ void MainDialog::tellSave(const SaveReport& report) {
   if (report.saved()) {
     showName();
   } else if (report.name.empty()) {
-    showName(tr("Not saved: there is no file name"));
+    showName(coreName().empty() ? tr("Not saved: there is no file name")
+                                : tr("Not saved: the library cannot be found"));
   } else {
     showName(tr("Not saved: %1").arg(QString::fromStdString(report.dataFailure->message())));
   }

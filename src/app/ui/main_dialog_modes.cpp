@@ -19,6 +19,7 @@
 #include "shape/shape_file.h"
 #include "shape/ui/tab_emitter.h"
 #include "ui/controls.h"
+#include "ui/frame_image.h"
 #include "ui/page_strip.h"
 #include "util/program_path.h"
 #include "view3d/ui/tab_3d.h"
@@ -55,9 +56,8 @@ QImage toImage(const BmpPicture& picture, qreal pixelRatio) {
   if (picture.words.empty()) {
     return {};
   }
-  const QImage upsideDown(reinterpret_cast<const uchar*>(picture.words.data()), picture.width,
-                          picture.height, QImage::Format_RGB32);
-  QImage image = upsideDown.mirrored();
+  QImage image;
+  copyFrame(picture.words, picture.width, picture.height, image);
   image.setDevicePixelRatio(pixelRatio);
   return image;
 }
@@ -218,10 +218,11 @@ void MainDialog::showInformation() {
 }
 
 void MainDialog::showName(const QString& fault) {
-  fault_ = fault;
-  const QString& name = mode() == Mode::EditPath ? pathName_ : shapeName_;
+  // In a library an older fault has nothing to say.
   const bool library = mode() != Mode::EditPath && mode() != Mode::Editing;
-  rightFrame_->setName(!fault.isEmpty() ? fault : library ? QString() : name);
+  fault_ = library ? QString() : fault;
+  const QString& name = mode() == Mode::EditPath ? pathName_ : shapeName_;
+  rightFrame_->setName(!fault_.isEmpty() ? fault_ : library ? QString() : name);
 }
 
 void MainDialog::showPreview() {
@@ -239,8 +240,8 @@ void MainDialog::showPreview() {
       picture = drawPath(path.value(), look, ratio);
     }
   } else if (const auto shape = LoadShapeFile(hostPath(file))) {
-    picture =
-        drawShape(shape.value(), libraryLook(shape.value()), size.width(), size.height(), ratio);
+    picture = drawShape(shape.value(), libraryLook(shape.value()), size.width(), size.height(),
+                        ratio, kMaxPreviewVertices);
   }
   libraries_->setPreview(toImage(picture, libraries_->previewRatio()));
 }

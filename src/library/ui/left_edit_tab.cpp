@@ -36,7 +36,10 @@ CLeftEditTab::CLeftEditTab(const UiContext& context, QWidget* parent)
   addHints(*column);
   addReconstruct();
   connect(pane_, &TagEditPane::tagClicked, this, &CLeftEditTab::tagClicked);
-  connect(pane_, &TagEditPane::deleteToggled, this, [this] { selectFile({}); });
+  connect(pane_, &TagEditPane::deleteToggled, this, [this] {
+    panel_.deleteToggled(pane_->cloud());
+    pane_->refresh();
+  });
   showFile();
 }
 
@@ -146,7 +149,11 @@ void CLeftEditTab::unlinkFile(std::string_view name) {
 
 void CLeftEditTab::reconstruct(std::span<const std::string> names) {
   reconstructLinks(pane_->cloud(), place_, names);
-  applyFileTags(std::string(panel_.selectedFile()));
+  if (panel_.deleteMode.on()) {
+    pane_->refresh();
+  } else {
+    applyFileTags(std::string(panel_.selectedFile()));
+  }
 }
 
 bool CLeftEditTab::writeAllTags() {

@@ -56,7 +56,7 @@ class CLeftEditTab : public QWidget {
   /// Takes a deleted file out of every tag, in memory.
   void unlinkFile(std::string_view name);
   /// Does what Reconstruct asks for with the library's files. The tags of a file
-  /// that is still selected are selected again.
+  /// that is still selected are selected again, unless a click would delete them.
   void reconstruct(std::span<const std::string> names);
   /// Every ".tag" file. False when some could not be written.
   bool writeAllTags();

@@ -1,6 +1,5 @@
 #include "library/ui/left_save_tab.h"
 
-#include <cstring>
 #include <utility>
 
 #include <QBoxLayout>
@@ -12,6 +11,7 @@
 #include "library/ui/file_name_edit.h"
 #include "library/ui/picture_button.h"
 #include "ui/controls.h"
+#include "ui/frame_image.h"
 #include "ui/pixel_painter.h"
 #include "util/file_name.h"
 
@@ -30,11 +30,8 @@ QImage imageFrom(const BmpPicture& picture) {
       picture.words.size() != std::size_t{kThumbnailWidth} * kThumbnailHeight) {
     return {};
   }
-  QImage image(kThumbnail, QImage::Format_RGB32);
-  for (int row = 0; row < image.height(); ++row) {
-    const auto* from = &picture.words[static_cast<std::size_t>(row * image.width())];
-    std::memcpy(image.scanLine(image.height() - 1 - row), from, kThumbnailWidth * 4U);
-  }
+  QImage image;
+  copyFrame(picture.words, picture.width, picture.height, image);
   return image;
 }
 

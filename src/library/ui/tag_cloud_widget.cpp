@@ -172,19 +172,29 @@ void TagCloudWidget::press(QPoint position, Qt::KeyboardModifiers modifiers) {
   }
 }
 
+// Many desktops take Alt with the left button for themselves, so the right button
+// excludes as well, except where it opens a menu.
 void TagCloudWidget::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) {
+  const bool right =
+      event->button() == Qt::RightButton && contextMenuPolicy() == Qt::DefaultContextMenu;
+  if ((event->button() == Qt::LeftButton || right) && !pressed_) {
     pressed_ = true;
     ring_ = false;
-    press(event->position().toPoint(), event->modifiers());
+    press(event->position().toPoint(),
+          right ? event->modifiers() | Qt::AltModifier : event->modifiers());
   }
 }
 
 void TagCloudWidget::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton && std::exchange(pressed_, false)) {
+  if (event->buttons() == Qt::NoButton && std::exchange(pressed_, false)) {
     refresh();
     emit clicked();
   }
+}
+
+// A mode may be left by a key while the button is down; its release goes elsewhere.
+void TagCloudWidget::hideEvent(QHideEvent* /*event*/) {
+  pressed_ = false;
 }
 
 void TagCloudWidget::wheelEvent(QWheelEvent* event) {

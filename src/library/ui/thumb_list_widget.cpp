@@ -162,7 +162,7 @@ void ThumbListWidget::paintEvent(QPaintEvent* event) {
   if (list_.shownCount() == 0) {
     painter_.paintHint(
         painter, rect(),
-        list_.count() == 0 ? tr("The library is empty.") : tr("No files carry these tags."));
+        list_.count() == 0 ? tr("The library is empty.") : tr("No files for this choice of tags."));
   }
   painter_.paintBorder(painter, hasFocus() && ring_, deleteMode_);
 }

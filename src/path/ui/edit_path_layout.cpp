@@ -9,7 +9,7 @@ namespace pv {
 namespace {
 
 using enum EditPathAction;
-using enum EditPathEdge;
+using enum PageEdge;
 using enum ImageButton::Joint;
 
 constexpr int kWidth = 23;  // of a button, in dialog units
@@ -18,7 +18,7 @@ constexpr int kRow = 318;  // where the bottom row begins
 
 constexpr EditPathButton column(int id, const char* label, int y, EditPathAction action, int which,
                                 const char* image, const char* help) {
-  const EditPathEdge edge = y == kRow ? BottomLeft : TopLeft;
+  const PageEdge edge = y == kRow ? BottomLeft : TopLeft;
   return {id, label, {0, y, kWidth, kHeight}, edge, Single, action, which, image, help};
 }
 
@@ -46,11 +46,6 @@ constexpr EditPathButton step(int id, const char* label, int x, ImageButton::Joi
 
 constexpr EditPathButton wayOut(int id, const char* label, int x, EditPathAction action) {
   return {id, label, {x, 323, 50, 14}, BottomRight, Single, action, 0, nullptr, ""};
-}
-
-QSize growth(QSize page) {
-  const DialogRect basic = inPixels(kEditPathPage);
-  return {std::max(0, page.width() - basic.width), std::max(0, page.height() - basic.height)};
 }
 
 }  // namespace
@@ -115,16 +110,11 @@ const std::array<EditPathButton, kEditPathButtonCount> kEditPathButtons{{
 }};
 
 QRect placeOf(const EditPathButton& button, QSize page) {
-  const DialogRect at = inPixels(button.rect);
-  const QSize extra = growth(page);
-  const int right = button.edge == BottomRight ? extra.width() : 0;
-  const int down = button.edge == TopLeft ? 0 : extra.height();
-  return {at.x + right, at.y + down, at.width, at.height};
+  return placeAt(button.rect, button.edge, kEditPathPage, page);
 }
 
 QRect placeOfPathView(QSize page) {
-  const DialogRect at = inPixels(kEditPathView);
-  return {QPoint(at.x, at.y), QSize(at.width, at.height) + growth(page)};
+  return growingPlace(kEditPathView, kEditPathPage, page);
 }
 
 }  // namespace pv

@@ -9,6 +9,7 @@
 
 #include "ui/dialog_units.h"
 #include "ui/image_button.h"
+#include "ui/page_edges.h"
 
 namespace pv {
 
@@ -25,9 +26,6 @@ enum class EditPathAction : std::uint8_t {
   Cancel,
 };
 
-/// The edges of the page that a button keeps its distance to.
-enum class EditPathEdge : std::uint8_t { TopLeft, BottomLeft, BottomRight };
-
 /// One button of the path editor, in dialog units of the page at its basic size.
 /// Without an image it shows its label. The help of undo and redo has room for the
 /// name of the step.
@@ -35,7 +33,7 @@ struct EditPathButton {
   int id = 0;
   const char* label = nullptr;
   DialogRect rect;
-  EditPathEdge edge = EditPathEdge::TopLeft;
+  PageEdge edge = PageEdge::TopLeft;
   ImageButton::Joint joint = ImageButton::Joint::Single;
   EditPathAction action = EditPathAction::Tool;
   int which = 0;

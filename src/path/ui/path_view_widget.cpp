@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QWheelEvent>
 
+#include "ui/frame_image.h"
 #include "ui/pixel_painter.h"
 
 namespace pv {
@@ -89,7 +90,7 @@ void PathViewWidget::paintEvent(QPaintEvent* /*event*/) {
   if (cursorRatio_ != devicePixelRatio()) {
     loadCursors();
   }
-  copyFrame();
+  drawFrame();
   // In device pixels, so that no row is doubled or lost at fractional scales.
   painter.setWorldTransform(toDevice_.inverted());
   if (picture_.size() != area_.size()) {
@@ -105,23 +106,13 @@ void PathViewWidget::paintEvent(QPaintEvent* /*event*/) {
 
 void PathViewWidget::measure(const QTransform& toDevice) {
   toDevice_ = toDevice;
-  const QPoint low = toDevice.map(QPointF(0, 0)).toPoint();
-  const QPoint high = toDevice.map(QPointF(width(), height())).toPoint();
-  area_ = QRect(low, high - QPoint(1, 1));
+  area_ = deviceArea(toDevice, size());
   view_.setSize(area_.width(), area_.height(), static_cast<float>(toDevice.m11()));
 }
 
-void PathViewWidget::copyFrame() {
+void PathViewWidget::drawFrame() {
   presenter_.present(view_.drawFrame(), view_.width(), view_.height());
-  const std::span<const std::uint32_t> bits = presenter_.bits();
-  const auto rowLength = static_cast<std::size_t>(presenter_.width());
-  if (const QSize shown(presenter_.width(), presenter_.height()); picture_.size() != shown) {
-    picture_ = QImage(shown, QImage::Format_RGB32);
-  }
-  for (int y = 0; y < picture_.height(); ++y) {
-    const auto fromBelow = static_cast<std::size_t>(picture_.height() - 1 - y);
-    std::memcpy(picture_.scanLine(y), &bits[fromBelow * rowLength], rowLength * sizeof(bits[0]));
-  }
+  copyFrame(presenter_.bits(), presenter_.width(), presenter_.height(), picture_);
 }
 
 void PathViewWidget::loadCursors() {

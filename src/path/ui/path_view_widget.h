@@ -67,7 +67,7 @@ class PathViewWidget : public QWidget {
   [[nodiscard]] PathMouse toView(const QSinglePointEvent& event);
   void pressCtrl(bool down);
   void measure(const QTransform& toDevice);
-  void copyFrame();
+  void drawFrame();
   void loadCursors();
 
   const UiContext& context_;

@@ -1,12 +1,12 @@
 #include "view3d/ui/shape_view_widget.h"
 
 #include <algorithm>
-#include <cstring>
-#include <span>
 #include <utility>
 
 #include <QMouseEvent>
 #include <QPainter>
+
+#include "ui/frame_image.h"
 
 namespace pv {
 namespace {
@@ -44,12 +44,9 @@ bool ShapeViewWidget::event(QEvent* event) {
 
 void ShapeViewWidget::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  // The edges are rounded to device pixels and the picture is put down in device
-  // pixels, so that no row is doubled or lost at fractional scales.
+  // In device pixels, so that no row is doubled or lost at fractional scales.
   const QTransform toDevice = painter.deviceTransform();
-  const QPoint low = toDevice.map(QPointF(0, 0)).toPoint();
-  const QPoint high = toDevice.map(QPointF(width(), height())).toPoint();
-  const QRect area(low, high - QPoint(1, 1));
+  const QRect area = deviceArea(toDevice, size());
   painter.setWorldTransform(toDevice.inverted());
   if (area.isEmpty()) {
     return;
@@ -70,15 +67,7 @@ void ShapeViewWidget::drawFrame(QSize deviceSize, qreal pixelRatio) {
   view_.setSize(size.width(), size.height(), static_cast<float>(viewRatio));
 
   presenter_.present(view_.drawFrame(), size.width(), size.height());
-  const std::span<const std::uint32_t> bits = presenter_.bits();
-  const auto rowLength = static_cast<std::size_t>(presenter_.width());
-  if (const QSize shown(presenter_.width(), presenter_.height()); picture_.size() != shown) {
-    picture_ = QImage(shown, QImage::Format_RGB32);
-  }
-  for (int y = 0; y < picture_.height(); ++y) {
-    const auto fromBelow = static_cast<std::size_t>(picture_.height() - 1 - y);
-    std::memcpy(picture_.scanLine(y), &bits[fromBelow * rowLength], rowLength * sizeof(bits[0]));
-  }
+  copyFrame(presenter_.bits(), presenter_.width(), presenter_.height(), picture_);
 }
 
 void ShapeViewWidget::mousePressEvent(QMouseEvent* event) {

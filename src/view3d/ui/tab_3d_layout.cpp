@@ -9,7 +9,7 @@ namespace pv {
 namespace {
 
 using enum Tab3dAction;
-using enum Tab3dEdge;
+using enum PageEdge;
 using enum ImageButton::Joint;
 
 constexpr int kWidth = 24;  // of a button, in dialog units
@@ -19,7 +19,7 @@ constexpr int kRow = 318;  // where the bottom row begins
 // A button of the left column; its lower two keep to the bottom.
 constexpr Tab3dButton column(int id, int y, Tab3dAction action, int which, const char* image,
                              const char* help) {
-  const Tab3dEdge edge = action == Reset || action == ResetAll ? BottomLeft : TopLeft;
+  const PageEdge edge = action == Reset || action == ResetAll ? BottomLeft : TopLeft;
   return {id, {0, y, kWidth, kHeight}, edge, Single, action, which, image, help};
 }
 
@@ -45,11 +45,6 @@ constexpr Tab3dButton row(int id, int x, int width, ImageButton::Joint joint, Mo
           static_cast<int>(kind),
           image,
           help};
-}
-
-QSize growth(QSize page) {
-  const DialogRect basic = inPixels(kTab3dPage);
-  return {std::max(0, page.width() - basic.width), std::max(0, page.height() - basic.height)};
 }
 
 }  // namespace
@@ -128,16 +123,11 @@ const std::array<Tab3dButton, kTab3dButtonCount> kTab3dButtons{{
 }};
 
 QRect placeOf(const Tab3dButton& button, QSize page) {
-  const DialogRect at = inPixels(button.rect);
-  const QSize extra = growth(page);
-  const int right = button.edge == BottomRight ? extra.width() : 0;
-  const int down = button.edge == TopLeft ? 0 : extra.height();
-  return {at.x + right, at.y + down, at.width, at.height};
+  return placeAt(button.rect, button.edge, kTab3dPage, page);
 }
 
 QRect placeOfView(QSize page) {
-  const DialogRect at = inPixels(kTab3dView);
-  return {QPoint(at.x, at.y), QSize(at.width, at.height) + growth(page)};
+  return growingPlace(kTab3dView, kTab3dPage, page);
 }
 
 }  // namespace pv

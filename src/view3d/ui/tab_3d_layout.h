@@ -9,6 +9,7 @@
 
 #include "ui/dialog_units.h"
 #include "ui/image_button.h"
+#include "ui/page_edges.h"
 
 namespace pv {
 
@@ -23,14 +24,11 @@ enum class Tab3dAction : std::uint8_t {
   Modifier,  ///< `which` is a ModifierKind
 };
 
-/// The edges of the page that a button keeps its distance to.
-enum class Tab3dEdge : std::uint8_t { TopLeft, BottomLeft, BottomRight };
-
 /// One button of the 3D page, in dialog units of the page at its basic size.
 struct Tab3dButton {
   int id = 0;
   DialogRect rect;
-  Tab3dEdge edge = Tab3dEdge::TopLeft;
+  PageEdge edge = PageEdge::TopLeft;
   ImageButton::Joint joint = ImageButton::Joint::Single;
   Tab3dAction action = Tab3dAction::View;
   int which = 0;

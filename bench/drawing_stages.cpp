@@ -18,27 +18,17 @@ struct Canvas {
   std::vector<std::uint32_t> pixels;
   RasterCanvas canvas;
   ViewProjector projector;
-  std::vector<PixelPoint> projected;
 };
 
-void measureProjection(benchmark::State& state, const Scene& scene, FrameSize size) {
-  const SceneView scenery(scene, size);
-  const ShapeProjection projection = benchProjection(size);
-  Canvas target(size);
-  for (auto _ : state) {
-    projectMesh(scenery.view.mesh(), target.projector, projection, target.projected);
-    benchmark::ClobberMemory();
-  }
-}
-
 void measureDrawing(benchmark::State& state, const Scene& scene, FrameSize size) {
-  const SceneView scenery(scene, size);
+  SceneView scenery(scene, size);
+  const ShapeColumns& columns = scenery.view.updateColumns();
   const ShapeProjection projection = benchProjection(size);
   Canvas target(size);
+  WorkShare share;
   for (auto _ : state) {
     target.canvas.clear(0);
-    projectMesh(scenery.view.mesh(), target.projector, projection, target.projected);
-    drawMeshLines(target.canvas, scenery.view.mesh(), target.projected);
+    drawShapeLines(target.canvas, columns, target.projector, projection, share);
     benchmark::ClobberMemory();
   }
 }
@@ -49,10 +39,9 @@ void registerDrawingStages() {
   for (const Scene& scene : allScenes()) {
     for (const FrameSize size : kFrameSizes) {
       const std::string place = scene.name + "/" + size.name();
-      benchmark::RegisterBenchmark(("project/" + place).c_str(), measureProjection, scene, size)
-          ->Unit(benchmark::kMillisecond);
       benchmark::RegisterBenchmark(("draw/" + place).c_str(), measureDrawing, scene, size)
-          ->Unit(benchmark::kMillisecond);
+          ->Unit(benchmark::kMillisecond)
+          ->MeasureProcessCPUTime();
     }
   }
 }

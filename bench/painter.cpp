@@ -1,4 +1,6 @@
 #include <benchmark/benchmark.h>
+#include <optional>
+#include <vector>
 
 #include <QColor>
 #include <QImage>
@@ -9,7 +11,6 @@
 #include "scenes.h"
 #include "stages.h"
 #include "view3d/frame_colours.h"
-#include "view3d/frame_shape.h"
 
 namespace pv::bench {
 
@@ -17,19 +18,24 @@ namespace {
 
 // The segments that our own drawing draws; rows of an image count downwards.
 std::vector<QLine> projectedSegments(const Scene& scene, FrameSize size) {
-  const SceneView scenery(scene, size);
+  SceneView scenery(scene, size);
+  scenery.view.updateMesh();
   ViewProjector projector;
   projector.setSize(size.width, size.height);
-  std::vector<PixelPoint> projected;
-  projectMesh(scenery.view.mesh(), projector, benchProjection(size), projected);
-  std::vector<QLine> segments;
+  const ShapeProjection projection = benchProjection(size);
   const MeshSlot* slot = scenery.view.mesh().current();
+  std::vector<std::optional<PixelPoint>> projected;
+  projected.reserve(slot->position.size());
+  for (std::size_t i = 0; i < slot->position.size(); ++i) {
+    projected.push_back(projection.map(projector, slot->position.at(i)));
+  }
+  std::vector<QLine> segments;
   segments.reserve(slot->lines.size());
-  for (const ShapeLine& line : slot->lines.span()) {
-    const PixelPoint a = projected[line.first];
-    const PixelPoint b = projected[line.second];
-    if (a.x != kInvisible && b.x != kInvisible) {
-      segments.emplace_back(a.x, size.height - 1 - a.y, b.x, size.height - 1 - b.y);
+  for (const ShapeLine line : slot->lines) {
+    const auto a = projected[line.first];
+    const auto b = projected[line.second];
+    if (a && b) {
+      segments.emplace_back(a->x, size.height - 1 - a->y, b->x, size.height - 1 - b->y);
     }
   }
   return segments;

@@ -109,7 +109,6 @@ SceneView::SceneView(const Scene& scene, FrameSize size) : shape(makeShape(scene
   view.setCamera(benchCamera());
   view.setSize(size.width, size.height);
   view.setShape(shape);
-  view.updateMesh();
 }
 
 }  // namespace pv::bench

@@ -38,7 +38,7 @@ inline constexpr std::array<FrameSize, 2> kFrameSizes{{{640, 480}, {1920, 1080}}
 [[nodiscard]] ViewCamera benchCamera();
 [[nodiscard]] ShapeProjection benchProjection(FrameSize size);
 
-/// A view of the scene, sized, with its mesh up to date.
+/// A view of the scene, sized.
 struct SceneView {
   SceneView(const Scene& scene, FrameSize size);
   ShapeRecord shape;

@@ -122,7 +122,7 @@ void drawFrame(ShapeView& view) {
   require(slot->base.size() == vertices, "every vertex has both positions");
   require(static_cast<std::int64_t>(vertices) <= kVertexLimit, "the vertex limit holds");
   require(std::ranges::all_of(
-              slot->lines.span(),
+              slot->lines,
               [=](ShapeLine line) { return line.first < vertices && line.second < vertices; }),
           "segments join vertices that exist");
 }

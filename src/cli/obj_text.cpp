@@ -56,7 +56,7 @@ Result<std::string> objText(const MeshSlot& mesh, MeshStage stage) {
     }
     appendVertex(text, v);
   }
-  for (const ShapeLine& segment : mesh.lines.span()) {
+  for (const ShapeLine& segment : mesh.lines) {
     appendSegment(text, segment);
   }
   return text;

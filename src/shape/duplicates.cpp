@@ -1,6 +1,9 @@
 #include "shape/duplicates.h"
 
+#include <algorithm>
+
 #include "math/scalar.h"
+#include "shape/vertex_kernels.h"
 
 namespace pv {
 
@@ -12,22 +15,15 @@ Vec3 inUnits(const std::array<float, 3>& slider) {
   return {slider[0] / kSliderUnits, slider[1] / kSliderUnits, slider[2] / kSliderUnits};
 }
 
+// The streams may be the same ones: a block is read before it is written.
 void transformRange(const VectorStreams& from, VectorStreams& to, std::size_t count,
                     std::size_t target, const InstanceTransform& transform) {
-  for (std::size_t i = 0; i < count; ++i) {
-    to.set(target + i, D3DXVec3Transform(from.at(i), transform.matrix) + transform.offset);
-  }
-}
-
-void copyLines(MeshSlot& slot, std::size_t linesEach, std::uint32_t verticesEach,
-               std::uint32_t copies) {
-  for (std::uint32_t k = 1; k <= copies; ++k) {
-    const ShapeLine* from = slot.lines.data();
-    ShapeLine* to = slot.lines.data() + k * linesEach;
-    const std::uint32_t shift = k * verticesEach;
-    for (std::size_t e = 0; e < linesEach; ++e) {
-      to[e] = {from[e].first + shift, from[e].second + shift};
-    }
+  VertexBlock block;
+  for (std::size_t first = 0; first < count; first += VertexBlock::kCapacity) {
+    const std::size_t size = std::min(VertexBlock::kCapacity, count - first);
+    loadVertices(from, first, size, block);
+    transformVertices(block, size, transform.matrix, transform.offset);
+    storeVertices(block, target + first, size, to);
   }
 }
 
@@ -60,10 +56,9 @@ void DuplicateShape(ShapeMesh& mesh, const DuplicateStep& step) {
     return;
   }
   const std::size_t vertices = slot->base.size();
-  const std::size_t lines = slot->lines.size();
   const std::int64_t instances = std::int64_t{copies} + 1;
   const bool hasVertices = mesh.allocateVertices(instances * slot->vertexCount) && vertices > 0;
-  const bool hasLines = mesh.allocateLines(instances * slot->lineCount) && lines > 0;
+  mesh.setLines(instances * slot->lineCount, instances);
   if (!hasVertices) {
     slot->base.clear();
     slot->position.clear();
@@ -73,10 +68,6 @@ void DuplicateShape(ShapeMesh& mesh, const DuplicateStep& step) {
   for (std::int32_t k = 1; k <= copies; ++k) {
     transformRange(slot->base, slot->base, vertices, static_cast<std::size_t>(k) * vertices,
                    instanceTransform(step, k));
-  }
-  if (hasLines) {
-    copyLines(*slot, lines, static_cast<std::uint32_t>(vertices),
-              static_cast<std::uint32_t>(copies));
   }
 }
 

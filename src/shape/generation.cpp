@@ -7,6 +7,7 @@
 #include "math/matrix4.h"
 #include "math/scalar.h"
 #include "shape/duplicates.h"
+#include "shape/random_directions.h"
 #include "shape/sections.h"
 
 namespace pv {
@@ -20,6 +21,8 @@ void BuildPoint(ShapeMesh& mesh) {
   mesh.ClearProfile();
   if (mesh.allocateVertices(1)) {
     mesh.current()->base.set(0, {});
+    mesh.current()->rows = 1;
+    mesh.current()->columns = 1;
   }
 }
 
@@ -105,39 +108,21 @@ void buildByKind(ShapeMesh& mesh, const EmitterSettings& emitter) {
   }
 }
 
-constexpr std::uint64_t kDrawsPerVertex = 6;
-
-float directionComponent(CRandSequence& random) {
-  constexpr std::int32_t kSteps = 100001;
-  const float a = static_cast<float>(random.next() % kSteps) / 100000.0F;
-  const float b = static_cast<float>(random.next() % kSteps) / 100000.0F;
-  return a - b;
-}
-
-std::uint64_t drawsOf(const ShapeMesh& mesh) {
-  const MeshSlot* slot = mesh.current();
-  return slot == nullptr ? 0 : kDrawsPerVertex * slot->base.size();
-}
-
 // A direction for every vertex of the current slot.
-std::uint64_t drawDirections(ShapeMesh& mesh, CRandSequence& random, Directions directions) {
+std::uint64_t drawOrSkip(ShapeMesh& mesh, CRandSequence& random, Directions directions) {
   MeshSlot* slot = mesh.current();
-  const std::uint64_t draws = drawsOf(mesh);
-  if (draws == 0) {
+  const std::size_t vertices = slot == nullptr ? 0 : slot->base.size();
+  if (vertices == 0) {
     return 0;
   }
-  if (directions == Directions::SkipOnly || !slot->disperse.resize(slot->base.size())) {
+  if (directions == Directions::SkipOnly) {
     slot->disperse.clear();
-    random.skip(draws);
-    return draws;
+    random.skip(kDrawsPerVertex * vertices);
+  } else {
+    WorkShare alone(1);
+    drawDirections(*slot, vertices, random, alone);
   }
-  for (std::size_t i = 0; i < slot->disperse.size(); ++i) {
-    const float x = directionComponent(random);
-    const float y = directionComponent(random);
-    const float z = directionComponent(random);
-    slot->disperse.set(i, {x, y, z});
-  }
-  return draws;
+  return kDrawsPerVertex * vertices;
 }
 
 }  // namespace
@@ -151,10 +136,10 @@ std::uint64_t GenerateShape(ShapeMesh& mesh, const EmitterSettings& emitter,
   if (effectiveCopies(emitter.copies) > 0) {
     // The directions of the single shape are drawn anew for all instances, so
     // only their place in the sequence counts.
-    draws = drawDirections(mesh, random, Directions::SkipOnly);
+    draws = drawOrSkip(mesh, random, Directions::SkipOnly);
     DuplicateShape(mesh, duplicateStep(emitter, duplicates));
   }
-  return draws + drawDirections(mesh, random, directions);
+  return draws + drawOrSkip(mesh, random, directions);
 }
 
 }  // namespace pv

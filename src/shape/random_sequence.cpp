@@ -1,5 +1,7 @@
 #include "shape/random_sequence.h"
 
+#include <algorithm>
+
 namespace pv {
 
 #ifdef _WIN32
@@ -85,8 +87,27 @@ void CRandSequence::restart() {
   }
 }
 
+namespace {
+
 // With x^n = sum of c[k] x^k modulo the recurrence's polynomial, the word n
 // places further on is the sum of c[k] times the word k places on.
+CRandSequence::Window jumped(const CRandSequence::Window& window, const Polynomial& c) {
+  std::array<std::uint32_t, 2 * kTerms> words{};
+  std::copy(window.begin(), window.end(), words.begin());
+  for (std::size_t i = kTerms; i < words.size(); ++i) {
+    words[i] = words[i - 3] + words[i - kTerms];
+  }
+  CRandSequence::Window result{};
+  for (std::size_t k = 0; k < kTerms; ++k) {
+    for (std::size_t j = 0; j < kTerms; ++j) {
+      result[j] += c[k] * words[j + k];
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
 void CRandSequence::jump() {
   const std::uint64_t distance = pending_;
   pending_ = 0;
@@ -96,23 +117,24 @@ void CRandSequence::jump() {
     }
     return;
   }
-  const Polynomial c = powerOfX(distance);
-  std::array<std::uint32_t, 2 * kDegree> words{};
-  for (std::size_t i = 0; i < kDegree; ++i) {
-    words[i] = history_[(oldest_ + i) % kDegree];
-  }
-  for (std::size_t i = kDegree; i < words.size(); ++i) {
-    words[i] = words[i - 3] + words[i - kDegree];
-  }
-  for (std::size_t j = 0; j < kDegree; ++j) {
-    std::uint32_t sum = 0;
-    for (std::size_t k = 0; k < kDegree; ++k) {
-      sum += c[k] * words[j + k];
-    }
-    history_[j] = sum;
-  }
+  std::array<Window, 1> here;
+  standAt(0, here);
+  history_ = jumped(here[0], powerOfX(distance));
   oldest_ = 0;
   threeBack_ = kDegree - 3;
+}
+
+void CRandSequence::standAt(std::uint64_t distance, std::span<Window> windows) {
+  if (pending_ != 0) {
+    jump();
+  }
+  for (std::size_t i = 0; i < kDegree; ++i) {
+    windows[0][i] = history_[(oldest_ + i) % kDegree];
+  }
+  const Polynomial c = windows.size() > 1 ? powerOfX(distance) : Polynomial{};
+  for (std::size_t k = 1; k < windows.size(); ++k) {
+    windows[k] = jumped(windows[k - 1], c);
+  }
 }
 
 #endif

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace pv {
 
@@ -28,6 +29,16 @@ class CRandSequence {
   /// As if next() had been called `draws` times.
   void skip(std::uint64_t draws) { pending_ += draws; }
 
+#ifndef _WIN32
+  /// r[i] = r[i-3] + r[i-31] modulo 2^32; a draw is the new word less its low bit.
+  static constexpr std::size_t kDegree = 31;
+  using Window = std::array<std::uint32_t, kDegree>;
+
+  /// Where the sequence stands after 0, distance, 2 * distance, ... more draws:
+  /// its last 31 words, oldest first. Several can so be followed side by side.
+  void standAt(std::uint64_t distance, std::span<Window> windows);
+#endif
+
  private:
 #ifdef _WIN32
   std::int32_t step() {
@@ -37,7 +48,6 @@ class CRandSequence {
 
   std::uint32_t state_ = 1;
 #else
-  // r[i] = r[i-3] + r[i-31] modulo 2^32, the low bit left out.
   std::int32_t step() {
     const std::uint32_t sum = history_[oldest_] + history_[threeBack_];
     history_[oldest_] = sum;
@@ -46,8 +56,7 @@ class CRandSequence {
     return static_cast<std::int32_t>(sum >> 1U);
   }
 
-  static constexpr std::size_t kDegree = 31;
-  std::array<std::uint32_t, kDegree> history_{};
+  Window history_{};
   std::size_t oldest_ = 0;
   std::size_t threeBack_ = 28;
 #endif

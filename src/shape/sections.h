@@ -15,7 +15,7 @@ namespace pv {
 /// also when nothing can be built. True when the columns are to be filled.
 bool allocateColumns(ShapeMesh& mesh, std::int64_t count, std::int32_t sections);
 
-/// Profile lines of every section, then the lines between the sections.
+/// Joins the points along every section, then those of neighbouring sections.
 void BuildLines(ShapeMesh& mesh, std::int64_t profileCount, std::int64_t sections);
 
 /// Repeats the column pointAt(0..count-1) along z, towards -z, `width` units

@@ -36,6 +36,8 @@ void ShapeMesh::BeginMesh() {
   MeshSlot& slot = slots_[static_cast<std::size_t>(slotCount_)];
   slot.vertexCount = 0;
   slot.lineCount = 0;
+  slot.rows = 0;
+  slot.columns = 0;
   slot.base.clear();
   slot.disperse.clear();
   slot.position.clear();
@@ -112,14 +114,15 @@ bool ShapeMesh::allocateVertices(std::int64_t count) {
   return false;
 }
 
-bool ShapeMesh::allocateLines(std::int64_t count) {
+void ShapeMesh::setLines(std::int64_t count, std::int64_t instances) {
   MeshSlot* slot = current();
   if (slot == nullptr) {
-    return false;
+    return;
   }
   slot->lineCount = saturate(count);
-  const bool fits = count >= 1 && slot->base.size() > 0;
-  return slot->lines.resize(fits ? static_cast<std::size_t>(count) : 0) && fits;
+  slot->lines = count >= 1 && slot->base.size() > 0
+                    ? MeshLines(slot->rows, slot->columns, static_cast<std::size_t>(instances))
+                    : MeshLines();
 }
 
 void ShapeMesh::setVertexLimit(std::int64_t limit) {

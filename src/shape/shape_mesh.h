@@ -7,16 +7,9 @@
 #include "math/vec3.h"
 #include "path/path_record.h"
 #include "shape/buffer.h"
+#include "shape/mesh_lines.h"
 
 namespace pv {
-
-/// Two vertex indices: one straight segment of the wire mesh.
-struct ShapeLine {
-  std::uint32_t first = 0;
-  std::uint32_t second = 0;
-
-  bool operator==(const ShapeLine&) const = default;
-};
 
 /// One vertex as a record of eighteen floats; the mesh keeps the groups as
 /// separate streams and hands records out by index.
@@ -62,7 +55,9 @@ struct MeshSlot {
   VectorStreams base;
   VectorStreams disperse;  ///< empty while the directions were not drawn
   VectorStreams position;
-  Buffer<ShapeLine> lines;
+  std::size_t rows = 0;     ///< vertices in a column
+  std::size_t columns = 0;  ///< columns in one instance; 0 while nothing is built
+  MeshLines lines;
 
   [[nodiscard]] ShapeVertex vertex(std::size_t i) const;
 };
@@ -95,8 +90,9 @@ class ShapeMesh {
   /// there before keep their base. Directions are dropped. The count is
   /// remembered in any case, saturated to 32 bits. True when there are vertices.
   bool allocateVertices(std::int64_t count);
-  /// The same for lines.
-  bool allocateLines(std::int64_t count);
+  /// Notes how the vertices of `instances` equal parts are joined. `count` is the
+  /// number of lines by the formula, remembered whatever comes of it.
+  void setLines(std::int64_t count, std::int64_t instances);
 
   /// Meshes above this size are not built; at most kMaxMeshVertices.
   void setVertexLimit(std::int64_t limit);

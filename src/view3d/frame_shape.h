@@ -1,28 +1,20 @@
 #pragma once
 
-#include <vector>
-
 #include "raster/raster_canvas.h"
-#include "shape/shape_mesh.h"
+#include "shape/shape_columns.h"
+#include "util/work_share.h"
 #include "view3d/shape_projection.h"
 #include "view3d/view_projector.h"
 
 namespace pv {
 
-/// Projects every vertex of the mesh's current slot. Invisible ones get
-/// kInvisible as their x.
-void projectMesh(const ShapeMesh& mesh, ViewProjector& projector, const ShapeProjection& projection,
-                 std::vector<PixelPoint>& projected);
-
-/// The mark of a vertex that is not drawn: no projection reaches this far.
-inline constexpr std::int32_t kInvisible = INT32_MIN;
-
-/// The mesh's segments in the shape's colour; those with an invisible end are
+/// The shape's segments in the shape's colour; those with an invisible end are
 /// left out.
-void drawMeshLines(RasterCanvas& canvas, const ShapeMesh& mesh,
-                   std::span<const PixelPoint> projected);
+void drawShapeLines(RasterCanvas& canvas, const ShapeColumns& shape, const ViewProjector& projector,
+                    const ShapeProjection& projection, WorkShare& share);
 
 /// A square dot at every visible vertex.
-void drawMeshDots(RasterCanvas& canvas, std::span<const PixelPoint> projected, float halfSize);
+void drawShapeDots(RasterCanvas& canvas, const ShapeColumns& shape, const ViewProjector& projector,
+                   const ShapeProjection& projection, float halfSize);
 
 }  // namespace pv

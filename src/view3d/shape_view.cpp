@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "raster/pixel_words.h"
+#include "shape/random_directions.h"
 #include "view3d/frame_grid.h"
 #include "view3d/frame_shape.h"
 #include "view3d/handles.h"
@@ -52,31 +53,78 @@ ViewResponse ShapeView::SetEmitterKind(std::int32_t kind) {
   }
   kind_ = static_cast<EmitterKind>(kind);
   profilePath_ = record_.path;
-  generate();
+  generate(false);
   return kRepaint;
 }
 
-// Every regeneration moves the random sequence on. Where nothing that generation
-// reads has changed the mesh stays and only the sequence moves; directions are
-// drawn only where Vertex Disperse shows them.
-void ShapeView::generate() {
-  const bool draws = disperses(set_.values);
-  if (!meshIsCurrent_ || draws) {
+// Where nothing that generation reads has changed the mesh stays. Its copies are
+// not built: a frame makes them from the first instance.
+void ShapeView::generate(bool shown) {
+  if (!meshIsCurrent_) {
     EmitterSettings emitter = record_.emitter;
     emitter.kind = kind_;
+    emitter.copies = 0;
     mesh_.SetProfile(profilePath_.inUse());
-    drawsEach_ = GenerateShape(mesh_, emitter, record_.duplicates, random_,
-                               draws ? Directions::Draw : Directions::SkipOnly);
+    CRandSequence unused;
+    GenerateShape(mesh_, emitter, record_.duplicates, unused, Directions::SkipOnly);
+    const MeshSlot* slot = mesh_.current();
+    firstVertices_ = slot == nullptr ? 0 : slot->base.size();
+    const auto all = static_cast<std::int64_t>(firstVertices_ * instances());
+    if (all > mesh_.vertexLimit()) {
+      mesh_.allocateVertices(all);  // which leaves it empty
+    }
     meshIsCurrent_ = true;
-  } else {
-    random_.skip(drawsEach_);
+    meshChanged_ = true;
   }
+  moveSequence(shown);
+}
+
+std::size_t ShapeView::instances() const {
+  return static_cast<std::size_t>(effectiveCopies(record_.emitter.copies)) + 1;
+}
+
+// Every regeneration moves the random sequence on, by the directions of the
+// single shape, which nobody sees, and by those of all instances. They are drawn
+// only for a frame in which Vertex Disperse shows them.
+void ShapeView::moveSequence(bool shown) {
+  const std::size_t all = firstVertices_ * instances();
+  if (instances() > 1) {
+    random_.skip(kDrawsPerVertex * firstVertices_);
+  }
+  MeshSlot* slot = mesh_.current();
+  if (slot == nullptr || slot->base.size() == 0) {
+    return;
+  }
+  std::size_t drawn = 0;
+  if (shown && disperses(set_.values)) {
+    drawn = record_.applyModifiersGlobally != 0 ? all : firstVertices_;
+  }
+  meshChanged_ = meshChanged_ || drawn > 0 || slot->disperse.size() > 0;
+  slot->disperse.clear();
+  if (drawn > 0) {
+    drawDirections(*slot, drawn, random_, share_);
+  }
+  random_.skip(kDrawsPerVertex * (all - drawn));
+}
+
+const ShapeColumns& ShapeView::updateColumns() {
+  generate(true);
+  columns_.update(mesh_, meshChanged_, set_.values,
+                  duplicateStep(record_.emitter, record_.duplicates),
+                  {record_.applyModifiersGlobally != 0, record_.useWorldAxis != 0}, share_);
+  meshChanged_ = false;
+  return columns_;
 }
 
 void ShapeView::updateMesh() {
-  generate();
+  EmitterSettings emitter = record_.emitter;
+  emitter.kind = kind_;
+  mesh_.SetProfile(profilePath_.inUse());
+  GenerateShape(mesh_, emitter, record_.duplicates, random_,
+                disperses(set_.values) ? Directions::Draw : Directions::SkipOnly);
   ApplyModifiers(mesh_, set_.values, duplicateStep(record_.emitter, record_.duplicates),
                  {record_.applyModifiersGlobally != 0, record_.useWorldAxis != 0});
+  meshIsCurrent_ = false;
 }
 
 void ShapeView::setModifiers(const ModifierTable& values) {
@@ -168,7 +216,7 @@ std::span<const std::uint32_t> ShapeView::drawFrame() {
   projector_.setSize(width_, height_);
   frame_.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
   MMXDWORDset(frame_.data(), 0, frame_.size());
-  updateMesh();
+  updateColumns();
 
   RasterCanvas canvas(frame_.data(), width_, height_);
   canvas.textScale = std::max(1, static_cast<std::int32_t>(std::lround(pixelRatio_)));
@@ -191,11 +239,10 @@ void ShapeView::drawView(RasterCanvas& canvas) {
       drawFlatBackground(canvas, projector_, mode_, eye, pixelRatio_);
     }
   }
-  projectMesh(mesh_, projector_, projection, projected_);
   if (showLines_) {
-    drawMeshLines(canvas, mesh_, projected_);
+    drawShapeLines(canvas, columns_, projector_, projection, share_);
   } else {
-    drawMeshDots(canvas, projected_, kDotHalfSize * pixelRatio_);
+    drawShapeDots(canvas, columns_, projector_, projection, kDotHalfSize * pixelRatio_);
   }
   drawHandles(canvas, projector_, projection, set_, highlightedHandle(), pixelRatio_);
 }

@@ -6,7 +6,9 @@
 
 #include "shape/generation.h"
 #include "shape/modifiers.h"
+#include "shape/shape_columns.h"
 #include "shape/shape_record.h"
+#include "util/work_share.h"
 #include "view3d/handle_drag.h"
 #include "view3d/view_camera.h"
 #include "view3d/view_projector.h"
@@ -81,16 +83,25 @@ class ShapeView {
   /// first. The span lives until the next call or size change.
   std::span<const std::uint32_t> drawFrame();
 
-  /// The mesh as the last generation and the last frame left it.
+  /// The generated mesh: after updateMesh() the whole of it, otherwise without
+  /// its copies and positions, which a frame does not keep.
   [[nodiscard]] const ShapeMesh& mesh() const { return mesh_; }
-  /// Brings the mesh's positions up to date without drawing.
+  /// Builds the whole mesh as the next frame would show it, without drawing; for
+  /// the random sequence it counts as a frame.
   void updateMesh();
+  /// What drawFrame does before it draws: brings the columns up to date.
+  const ShapeColumns& updateColumns();
   [[nodiscard]] const ViewProjector& projector() const { return projector_; }
+  /// How many threads a large frame may use, this one counted in; 0 for as many
+  /// as the machine has processors.
+  void setThreads(unsigned threads) { share_ = WorkShare(threads); }
   /// Meshes above this are not built (tests and small machines).
   void setVertexLimit(std::int64_t limit) { mesh_.setVertexLimit(limit); }
 
  private:
-  void generate();
+  void generate(bool shown);
+  void moveSequence(bool shown);
+  [[nodiscard]] std::size_t instances() const;
   void drawView(RasterCanvas& canvas);
   [[nodiscard]] Handle hitTest(PixelPoint position);
   [[nodiscard]] Handle highlightedHandle() const;
@@ -101,8 +112,11 @@ class ShapeView {
   PathRecord profilePath_;                 ///< the path when the kind was set
   ShapeMesh mesh_;
   CRandSequence random_;
-  bool meshIsCurrent_ = false;   ///< base positions match the settings
-  std::uint64_t drawsEach_ = 0;  ///< random numbers that one generation takes
+  ShapeColumns columns_;
+  WorkShare share_;
+  std::size_t firstVertices_ = 0;  ///< vertices of the shape without its copies
+  bool meshIsCurrent_ = false;     ///< holds one instance, as the settings make it
+  bool meshChanged_ = false;       ///< since the columns were last brought up to date
 
   ViewMode mode_ = ViewMode::Perspective;
   ViewCamera camera_;
@@ -116,7 +130,6 @@ class ShapeView {
   std::int32_t height_ = 0;
   float pixelRatio_ = 1.0F;
   std::vector<std::uint32_t> frame_;
-  std::vector<PixelPoint> projected_;
 };
 
 }  // namespace pv

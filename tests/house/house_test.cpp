@@ -23,7 +23,7 @@ const std::map<std::string, std::set<std::string>> kMayInclude{
     {"raster", {"math"}},
     {"path", {"raster", "math", "util"}},
     {"shape", {"math", "util"}},
-    {"view3d", {"shape", "raster", "math"}},
+    {"view3d", {"shape", "raster", "math", "util"}},
     {"library", {"util", "raster"}},
     {"particle", {}},
     {"app", {"math", "util", "raster", "path", "shape", "view3d", "library", "particle"}},

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "raster/board.h"
+#include "raster/line_walk.h"
 
 namespace pv {
 namespace {
@@ -237,6 +238,24 @@ TEST(Lines, EqualThePlainOnes) {
     board.canvas.line(ends[0], ends[1], ends[2], ends[3]);
     plainLine(expected, ends[0], ends[1], ends[2], ends[3]);
     ASSERT_TRUE(board == expected) << ends[0] << ' ' << ends[1] << ' ' << ends[2] << ' ' << ends[3];
+  }
+}
+
+// Every slope of many lengths, the longest included, against error sums.
+TEST(Lines, WalksOfEverySlope) {
+  constexpr std::int64_t kWidth = 10'000;
+  for (const std::int64_t steps : {15, 16, 17, 97, 128, 255, 256, 1021, 4095, 8191, 8192, 8193}) {
+    for (std::int64_t drift = 0; drift <= steps; drift += 1 + steps / 600) {
+      std::int64_t wanted = 0;
+      std::int64_t error = 2 * drift - steps;
+      std::int64_t wrong = 0;
+      walkLine({0, 0, steps, drift}, kWidth, [&](std::int64_t pixel) {
+        wrong += pixel == wanted ? 0 : 1;
+        wanted += 1 + (error >= 0 ? kWidth : 0);
+        error += 2 * drift - (error >= 0 ? 2 * steps : 0);
+      });
+      ASSERT_EQ(wrong, 0) << drift << " in " << steps;
+    }
   }
 }
 

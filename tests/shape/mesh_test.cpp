@@ -4,6 +4,7 @@
 
 #include "shape/generation.h"
 #include "shape/modifiers.h"
+#include "shape/random_directions.h"
 #include "shape/shape_record.h"
 
 namespace pv {
@@ -45,6 +46,29 @@ TEST(RandomSequence, JumpsOverAnyNumberOfDraws) {
   }
 }
 
+TEST(RandomSequence, DirectionsFollowItInLanesToo) {
+  for (const std::size_t count : {8191U, 8192U, 70'001U, 600'005U}) {
+    MeshSlot slot;
+    CRandSequence random;
+    CRandSequence walked;
+    random.skip(5);
+    walked.skip(5);
+    WorkShare share(3);
+    drawDirections(slot, count, random, share);
+    const auto component = [&] {
+      const float a = static_cast<float>(walked.next() % 100001) / 100000.0F;
+      return a - static_cast<float>(walked.next() % 100001) / 100000.0F;
+    };
+    for (std::size_t i = 0; i < count; ++i) {
+      const float x = component();
+      const float y = component();
+      const Vec3 wanted{x, y, component()};
+      ASSERT_EQ(slot.disperse.at(i), wanted) << i << " of " << count;
+    }
+    ASSERT_EQ(random.next(), walked.next()) << count;
+  }
+}
+
 TEST(Mesh, SlotsAreBegunAndFreed) {
   ShapeMesh mesh;
   EXPECT_EQ(mesh.current(), nullptr);
@@ -74,7 +98,7 @@ TEST(Mesh, WiresJoinNeighboursWithinOneInstance) {
   ASSERT_EQ(slot.vertexCount, 6 * 5 * 4);
   ASSERT_EQ(slot.lineCount, (5 * 5 + 4 * 6) * 4);
   std::vector<int> degree(slot.base.size());
-  for (const ShapeLine& line : slot.lines.span()) {
+  for (const ShapeLine& line : slot.lines) {
     ASSERT_LT(line.second, slot.base.size());
     ASSERT_EQ(line.first / 30, line.second / 30);
     const std::uint32_t step = line.second - line.first;

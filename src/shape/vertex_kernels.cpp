@@ -1,0 +1,312 @@
+// Modifiers in vector form. Every lane does exactly the operations that the
+// formulas ask for, in their order and each rounded on its own, so a result
+// does not depend on the vector's length; nothing is fused or reassociated.
+#include "shape/vertex_kernels.h"
+
+#include <algorithm>
+#include <array>
+
+#include "math/scalar.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "shape/vertex_kernels.cpp"
+#include "math/simd.h"
+// clang-format off
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+#include "math/sin_cos-inl.h"
+// clang-format on
+
+HWY_BEFORE_NAMESPACE();
+namespace pv::HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Floats = hn::ScalableTag<float>;
+using F = hn::Vec<Floats>;
+
+HWY_INLINE F constant(float value) {
+  return hn::Set(Floats(), value);
+}
+
+/// Runs `step` over all vertices; it changes x, y and z in place.
+template <class Step>
+HWY_INLINE void forEachVector(VertexBlock& block, std::size_t count, const Step& step) {
+  const Floats d;
+  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+    F x = hn::Load(d, block.x + i);
+    F y = hn::Load(d, block.y + i);
+    F z = hn::Load(d, block.z + i);
+    step(x, y, z);
+    hn::Store(x, d, block.x + i);
+    hn::Store(y, d, block.y + i);
+    hn::Store(z, d, block.z + i);
+  }
+}
+
+/// v - s * v and v + s * v.
+HWY_INLINE F shrunk(F v, F s) {
+  return hn::Sub(v, hn::Mul(s, v));
+}
+HWY_INLINE F grown(F v, F s) {
+  return hn::Add(v, hn::Mul(s, v));
+}
+
+/// A row vector times one column of a matrix, summed from left to right.
+HWY_INLINE F dot(F x, F y, F z, F a, F b, F c) {
+  return hn::Add(hn::Add(hn::Mul(x, a), hn::Mul(y, b)), hn::Mul(z, c));
+}
+
+struct Transform {
+  const Matrix4& t;
+  Vec3 move;
+
+  HWY_INLINE F column(F x, F y, F z, std::size_t c, float offset) const {
+    const F sum = dot(x, y, z, constant(t.m[0][c]), constant(t.m[1][c]), constant(t.m[2][c]));
+    return hn::Add(hn::Add(sum, constant(t.m[3][c])), constant(offset));
+  }
+  HWY_INLINE void operator()(F& x, F& y, F& z) const {
+    const F across = column(x, y, z, 0, move.x);
+    const F up = column(x, y, z, 1, move.y);
+    z = column(x, y, z, 2, move.z);
+    x = across;
+    y = up;
+  }
+};
+
+struct PinchA {
+  Vec3 v;
+  HWY_INLINE void operator()(F& x, F& y, F& z) const {
+    x = shrunk(x, hn::Mul(constant(v.x), y));
+    y = shrunk(y, hn::Mul(constant(v.y), x));
+    z = shrunk(z, hn::Mul(constant(v.z), y));
+  }
+};
+
+struct PinchB {
+  Vec3 v;
+  HWY_INLINE void operator()(F& x, F& y, F& z) const {
+    x = shrunk(x, hn::Mul(constant(v.x), z));
+    y = shrunk(y, hn::Mul(constant(v.y), z));
+    z = shrunk(z, hn::Mul(constant(v.z), x));
+  }
+};
+
+/// Two coordinates shrink with the third, for each that has a value.
+struct Taper {
+  Vec3 raw;
+  Vec3 v;
+  HWY_INLINE void operator()(F& x, F& y, F& z) const {
+    along(raw.x, v.x, x, y, z);
+    along(raw.y, v.y, y, x, z);
+    along(raw.z, v.z, z, y, x);
+  }
+  static HWY_INLINE void along(float value, float t, F driver, F& first, F& second) {
+    if (value != 0.0F) {
+      const F s = hn::Mul(constant(t), driver);
+      first = shrunk(first, s);
+      second = shrunk(second, s);
+    }
+  }
+};
+
+struct ShearA {
+  Vec3 v;
+  HWY_INLINE void operator()(F& x, F& y, F& z) const {
+    y = hn::Sub(y, hn::Mul(constant(v.y), x));
+    x = hn::Sub(x, hn::Mul(constant(v.x), z));
+    z = hn::Sub(z, hn::Mul(constant(v.z), x));
+  }
+};
+
+struct ShearB {
+  Vec3 v;
+  HWY_INLINE void operator()(F& x, F& y, F& z) const {
+    y = hn::Sub(y, hn::Mul(constant(v.y), z));
+    x = hn::Sub(x, hn::Mul(constant(v.x), y));
+    z = hn::Sub(z, hn::Mul(constant(v.z), y));
+  }
+};
+
+/// Two coordinates grow where the third is within 2 of zero.
+struct Bulge {
+  Vec3 v;
+  HWY_INLINE void operator()(F& x, F& y, F& z) const {
+    along(v.x, x, y, z);
+    along(v.y, y, x, z);
+    along(v.z, z, y, x);
+  }
+  static HWY_INLINE void along(float amount, F driver, F& first, F& second) {
+    const F s = hn::Mul(constant(amount), hn::Sub(constant(2.0F), hn::Abs(driver)));
+    first = grown(first, s);
+    second = grown(second, s);
+  }
+};
+
+/// Sine and cosine of degreesPerUnit * along, for a block.
+struct alignas(64) Turns {
+  float sin[VertexBlock::kCapacity];
+  float cos[VertexBlock::kCapacity];
+};
+
+HWY_INLINE void turns(const float* along, float degreesPerUnit, std::size_t count, Turns& out) {
+  const Floats d;
+  HWY_ALIGN float angle[VertexBlock::kCapacity];
+  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+    const F degrees = hn::Mul(constant(degreesPerUnit), hn::Load(d, along + i));
+    hn::Store(hn::Mul(degrees, constant(kRadiansPerDegree)), d, angle + i);
+  }
+  sinCosOf(angle, count, out.sin, out.cos);
+}
+
+// Each vertex turns about x, y and z by angles of its own. The product of the
+// three matrices is written out without the terms that have a factor 0 and
+// without the factors 1. That changes at most the sign of a zero in the matrix:
+// a sine is not a number only together with its cosine, and then so is the
+// whole coordinate. The last row's zero, added at the end, makes every zero of
+// a coordinate a positive one again, as the plain product does.
+HWY_INLINE void turnEach(VertexBlock& block, std::size_t count, const float* driverX,
+                         const float* driverY, const float* driverZ, Vec3 degreesPerUnit) {
+  Turns about[3];
+  turns(driverX, degreesPerUnit.x, count, about[0]);
+  turns(driverY, degreesPerUnit.y, count, about[1]);
+  turns(driverZ, degreesPerUnit.z, count, about[2]);
+  const Floats d;
+  const F zero = hn::Zero(d);
+  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+    const F sx = hn::Load(d, about[0].sin + i);
+    const F cx = hn::Load(d, about[0].cos + i);
+    const F sy = hn::Load(d, about[1].sin + i);
+    const F cy = hn::Load(d, about[1].cos + i);
+    const F sz = hn::Load(d, about[2].sin + i);
+    const F cz = hn::Load(d, about[2].cos + i);
+    const F x = hn::Load(d, block.x + i);
+    const F y = hn::Load(d, block.y + i);
+    const F z = hn::Load(d, block.z + i);
+    const F sxsy = hn::Mul(sx, sy);
+    const F cxsy = hn::Mul(cx, sy);
+    const F across = dot(x, y, z, hn::Mul(cy, cz), hn::Sub(hn::Mul(sxsy, cz), hn::Mul(cx, sz)),
+                         hn::Add(hn::Mul(cxsy, cz), hn::Mul(sx, sz)));
+    const F up = dot(x, y, z, hn::Mul(cy, sz), hn::Add(hn::Mul(sxsy, sz), hn::Mul(cx, cz)),
+                     hn::Sub(hn::Mul(cxsy, sz), hn::Mul(sx, cz)));
+    const F deep = dot(x, y, z, hn::Neg(sy), hn::Mul(sx, cy), hn::Mul(cx, cy));
+    hn::Store(hn::Add(across, zero), d, block.x + i);
+    hn::Store(hn::Add(up, zero), d, block.y + i);
+    hn::Store(hn::Add(deep, zero), d, block.z + i);
+  }
+}
+
+Vec3 inHundredths(Vec3 v) {
+  constexpr float kPercent = 100.0F;
+  return {v.x / kPercent, v.y / kPercent, v.z / kPercent};
+}
+
+void disperse(VertexBlock& block, std::size_t count, const VertexBlock& directions, Vec3 values) {
+  constexpr float kSliderUnits = 200.0F;
+  const Floats d;
+  const auto add = [&](float* to, const float* direction, float value) HWY_ATTR {
+    const F reach = constant(value / kSliderUnits);
+    for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+      const F moved = hn::Add(hn::Load(d, to + i), hn::Mul(reach, hn::Load(d, direction + i)));
+      hn::Store(moved, d, to + i);
+    }
+  };
+  add(block.x, directions.x, values.x);
+  add(block.y, directions.y, values.y);
+  add(block.z, directions.z, values.z);
+}
+
+template <class Formula>
+void run(VertexBlock& block, std::size_t count, Vec3 values) {
+  forEachVector(block, count, Formula{inHundredths(values)});
+}
+
+void taper(VertexBlock& block, std::size_t count, Vec3 values) {
+  forEachVector(block, count, Taper{values, inHundredths(values)});
+}
+
+void bend(VertexBlock& block, std::size_t count, Vec3 values) {
+  turnEach(block, count, block.y, block.z, block.y, values);
+}
+
+void twist(VertexBlock& block, std::size_t count, Vec3 values) {
+  turnEach(block, count, block.x, block.y, block.z, values);
+}
+
+struct Step {
+  ModifierKind kind;
+  void (*apply)(VertexBlock&, std::size_t, Vec3);
+};
+
+// In the order of application. Each is left out while its values are all zero.
+constexpr Step kSteps[] = {
+    {ModifierKind::PinchA, run<PinchA>}, {ModifierKind::PinchB, run<PinchB>},
+    {ModifierKind::Taper, taper},        {ModifierKind::ShearA, run<ShearA>},
+    {ModifierKind::ShearB, run<ShearB>}, {ModifierKind::Bend, bend},
+    {ModifierKind::Twist, twist},        {ModifierKind::Bulge, run<Bulge>},
+};
+
+void transform(VertexBlock& block, std::size_t count, const Matrix4& matrix, const Vec3& move) {
+  forEachVector(block, count, Transform{matrix, move});
+}
+
+void deform(VertexBlock& block, std::size_t count, const ModifierTable& values,
+            const VertexBlock* directions) {
+  // Runs also with values of zero, and then adds nothing.
+  if (directions != nullptr) {
+    disperse(block, count, *directions, values[ModifierKind::VertexDisperse]);
+  }
+  for (const Step& step : kSteps) {
+    const Vec3 v = values[step.kind];
+    if (!(v.x == 0.0F && v.y == 0.0F && v.z == 0.0F)) {
+      step.apply(block, count, v);
+    }
+  }
+}
+
+}  // namespace pv::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace pv {
+
+HWY_EXPORT(transform);
+HWY_EXPORT(deform);
+
+namespace {
+
+void load(const Buffer<float>& from, std::size_t first, std::size_t count, float* to) {
+  std::copy_n(from.data() + first, count, to);
+  std::fill(to + count, to + VertexBlock::padded(count), to[count - 1]);
+}
+
+}  // namespace
+
+void loadVertices(const VectorStreams& from, std::size_t first, std::size_t count,
+                  VertexBlock& block) {
+  load(from.x, first, count, block.x);
+  load(from.y, first, count, block.y);
+  load(from.z, first, count, block.z);
+}
+
+void storeVertices(const VertexBlock& block, std::size_t first, std::size_t count,
+                   VectorStreams& to) {
+  std::copy_n(block.x, count, to.x.data() + first);
+  std::copy_n(block.y, count, to.y.data() + first);
+  std::copy_n(block.z, count, to.z.data() + first);
+}
+
+void transformVertices(VertexBlock& block, std::size_t count, const Matrix4& matrix, Vec3 move) {
+  HWY_DYNAMIC_DISPATCH(transform)(block, VertexBlock::padded(count), matrix, move);
+}
+
+void deformVertices(VertexBlock& block, std::size_t count, const ModifierTable& values,
+                    const VertexBlock* directions) {
+  HWY_DYNAMIC_DISPATCH(deform)(block, VertexBlock::padded(count), values, directions);
+}
+
+}  // namespace pv
+
+#endif

@@ -1,0 +1,123 @@
+#include "util/work_share.h"
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace pv {
+
+namespace {
+
+constexpr unsigned kMostThreads = 8;
+
+using Work = std::function<void(std::size_t)>;
+
+}  // namespace
+
+class WorkShare::Crew {
+ public:
+  explicit Crew(unsigned helpers) {
+    try {
+      for (unsigned i = 0; i < helpers; ++i) {
+        helpers_.emplace_back([this] { help(); });
+      }
+    } catch (const std::system_error&) {
+      // Fewer helpers, or none: the caller does what is left.
+    }
+  }
+  ~Crew() {
+    {
+      const std::lock_guard lock(mutex_);
+      ends_ = true;
+    }
+    wake_.notify_all();
+    for (std::thread& helper : helpers_) {
+      helper.join();
+    }
+  }
+  Crew(const Crew&) = delete;
+  Crew& operator=(const Crew&) = delete;
+  Crew(Crew&&) = delete;
+  Crew& operator=(Crew&&) = delete;
+
+  void run(std::size_t rounds, const Work& work) {
+    {
+      const std::lock_guard lock(mutex_);
+      work_ = &work;
+      rounds_ = rounds;
+      next_ = 0;
+      ++loop_;
+    }
+    wake_.notify_all();
+    claim(rounds, work);
+    std::unique_lock lock(mutex_);
+    work_ = nullptr;  // whoever has not begun by now never will
+    left_.wait(lock, [this] { return inside_ == 0; });
+  }
+
+ private:
+  void claim(std::size_t rounds, const Work& work) {
+    for (std::size_t i = next_.fetch_add(1); i < rounds; i = next_.fetch_add(1)) {
+      work(i);
+    }
+  }
+
+  void help() {
+    std::uint64_t seen = 0;
+    std::unique_lock lock(mutex_);
+    while (true) {
+      wake_.wait(lock, [&] { return ends_ || (work_ != nullptr && loop_ != seen); });
+      if (ends_) {
+        return;
+      }
+      seen = loop_;
+      const Work& work = *work_;
+      const std::size_t rounds = rounds_;
+      ++inside_;
+      lock.unlock();
+      claim(rounds, work);
+      lock.lock();
+      --inside_;
+      left_.notify_one();
+    }
+  }
+
+  std::mutex mutex_;
+  std::condition_variable wake_;
+  std::condition_variable left_;
+  const Work* work_ = nullptr;  ///< only while a loop runs
+  std::size_t rounds_ = 0;
+  std::uint64_t loop_ = 0;  ///< so that nobody joins one loop twice
+  unsigned inside_ = 0;
+  bool ends_ = false;
+  std::atomic<std::size_t> next_ = 0;
+  std::vector<std::thread> helpers_;
+};
+
+WorkShare::WorkShare(unsigned threads)
+    : threads_(std::clamp(threads == 0 ? std::thread::hardware_concurrency() : threads, 1U,
+                          kMostThreads)) {}
+
+WorkShare::~WorkShare() = default;
+WorkShare::WorkShare(WorkShare&& other) noexcept = default;
+WorkShare& WorkShare::operator=(WorkShare&& other) noexcept = default;
+
+void WorkShare::run(std::size_t rounds, const Work& work) {
+  if (threads_ < 2 || rounds < 2) {
+    for (std::size_t i = 0; i < rounds; ++i) {
+      work(i);
+    }
+    return;
+  }
+  if (!crew_) {
+    crew_ = std::make_unique<Crew>(threads_ - 1);
+  }
+  crew_->run(rounds, work);
+}
+
+}  // namespace pv

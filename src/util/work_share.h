@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+
+namespace pv {
+
+/// Spreads the rounds of a loop over the caller and some helper threads, which
+/// are started when the first large loop comes and sleep in between. Rounds are
+/// claimed one by one; the caller never waits for a helper that has not begun,
+/// only for rounds that were claimed.
+class WorkShare {
+ public:
+  /// `threads` counts the caller in; 0 stands for the machine's processors. No
+  /// more than eight are used.
+  explicit WorkShare(unsigned threads = 0);
+  ~WorkShare();
+  WorkShare(WorkShare&& other) noexcept;
+  WorkShare& operator=(WorkShare&& other) noexcept;
+  WorkShare(const WorkShare&) = delete;
+  WorkShare& operator=(const WorkShare&) = delete;
+
+  /// Calls work(0) to work(rounds - 1), each once, in any order and at the same
+  /// time; everything is done when it returns. `work` must not throw.
+  void run(std::size_t rounds, const std::function<void(std::size_t)>& work);
+
+ private:
+  class Crew;
+
+  unsigned threads_;
+  std::unique_ptr<Crew> crew_;
+};
+
+}  // namespace pv

@@ -1,0 +1,149 @@
+// Frames by every vector form that this processor can run, the scalar one
+// included, against the plain reference.
+
+#include <cmath>
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <limits>
+#include <string>
+
+#include "math/simd.h"
+#include "reference/comparison.h"
+#include "reference/random_shapes.h"
+#include "reference/reference_view.h"
+#include "view3d/shape_view.h"
+// clang-format off
+#include <hwy/highway.h>
+#include <hwy/targets.h>
+// clang-format on
+
+namespace pv {
+namespace {
+
+using reference::Dice;
+using reference::FrameSetup;
+using reference::Taste;
+
+class VectorForms : public testing::Test {
+ protected:
+  ~VectorForms() override { hwy::GetChosenTarget().Update(hwy::SupportedTargets()); }
+
+  /// Draws the shape by every form and compares it with the reference.
+  static void compare(const ShapeRecord& shape, const FrameSetup& setup, unsigned threads = 1) {
+    std::srand(1);
+    (void)reference::generateShape(shape);
+    const auto wanted = reference::drawFrame(shape, setup);
+    for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+      hwy::GetChosenTarget().Update(target);
+      ShapeView view;
+      view.setSize(setup.width, setup.height);
+      view.setViewMode(setup.mode);
+      view.setCamera(setup.camera);
+      view.setShowLines(setup.showLines);
+      view.setShowGrid(setup.showGrid);
+      view.setThreads(threads);
+      view.setShape(shape);
+      ASSERT_EQ(reference::firstDifference(view.drawFrame(), wanted, setup.width), "")
+          << hwy::TargetName(target) << ", view " << static_cast<int>(setup.mode) << " of "
+          << setup.width << " x " << setup.height << '\n'
+          << reference::describe(shape);
+    }
+  }
+
+  static FrameSetup setupOf(Dice& dice) {
+    FrameSetup setup;
+    setup.width = dice.between(2, 260);
+    setup.height = dice.between(2, 200);
+    setup.mode = dice.once(2) ? ViewMode::Perspective : static_cast<ViewMode>(dice.below(4));
+    setup.camera = {dice.between(0.0F, 360.0F), dice.between(-89.0F, 89.0F),
+                    dice.between(-179.0F, 179.0F), dice.between(1.2F, 4.0F)};
+    setup.showLines = !dice.once(5);
+    setup.showGrid = false;
+    return setup;
+  }
+};
+
+/// A path of `count` points whose steps are whole pixels up to `reach` in the
+/// front view, now and then too far or nowhere at all.
+void walkPath(ShapeRecord& shape, const FrameSetup& setup, Dice& dice, int count, int reach) {
+  const float pixelX = 2.0F / static_cast<float>(setup.width);
+  const float pixelY = 2.0F / static_cast<float>(setup.height);
+  Vec3 at;
+  shape.path.count = count;
+  for (std::int32_t i = 0; i < count; ++i) {
+    at.x += pixelX * static_cast<float>(dice.between(-reach, reach));
+    at.y += pixelY * static_cast<float>(dice.between(-reach, reach));
+    at.z += pixelX * static_cast<float>(dice.between(-reach, reach));
+    at = {std::remainder(at.x, 2.2F), std::remainder(at.y, 2.2F), std::remainder(at.z, 2.2F)};
+    Vec3& point = shape.path.points[static_cast<std::size_t>(i)];
+    point = at;
+    if (dice.once(200)) {
+      point.x = dice.once(2) ? std::numeric_limits<float>::quiet_NaN()
+                             : std::numeric_limits<float>::infinity();
+    } else if (dice.once(100)) {
+      point.y *= 1.0e9F;
+    }
+  }
+}
+
+TEST_F(VectorForms, RandomShapes) {
+  Dice dice(40);
+  for (int i = 0; i < 240; ++i) {
+    compare(reference::randomShape(dice, i % 3 == 2 ? Taste::Wild : Taste::Useful), setupOf(dice));
+    ASSERT_FALSE(HasFatalFailure()) << i;
+  }
+}
+
+TEST_F(VectorForms, LinesOfEveryLengthAndDirection) {
+  Dice dice(41);
+  for (int i = 0; i < 200; ++i) {
+    const FrameSetup setup = setupOf(dice);
+    ShapeRecord shape;
+    shape.emitter.kind = dice.once(3) ? EmitterKind::SweepPath : EmitterKind::LoftPath;
+    shape.emitter.verticalAmount = dice.between(1, 5);
+    shape.emitter.verticalSize = dice.between(0, 400);
+    shape.emitter.copies = dice.once(2) ? 0 : 1;
+    shape.duplicates.position = {dice.between(-40.0F, 40.0F), 1.0F, 0.0F};
+    walkPath(shape, setup, dice, dice.between(1, kMaxPathPoints), 1 + i % 24);
+    compare(shape, setup);
+    ASSERT_FALSE(HasFatalFailure()) << i;
+  }
+}
+
+// Longer than a block, so drawn in strips that share a row.
+TEST_F(VectorForms, LongColumns) {
+  Dice dice(42);
+  for (const std::int32_t rows : {510, 511, 512, 1022, 1023, 1600}) {
+    ShapeRecord shape;
+    shape.emitter.kind = EmitterKind::GridPatch;
+    shape.emitter.horizontalAmount = rows;
+    shape.emitter.horizontalSize = 2;
+    shape.emitter.verticalAmount = 3;
+    shape.emitter.verticalSize = 90;
+    shape.emitter.copies = 2;
+    shape.duplicates.rotation = {20.0F, 30.0F, 40.0F};
+    shape.applyModifiersGlobally = dice.below(2);
+    compare(shape, setupOf(dice));
+    ASSERT_FALSE(HasFatalFailure()) << rows;
+  }
+}
+
+TEST_F(VectorForms, OneToEightThreads) {
+  Dice dice(43);
+  for (unsigned threads = 1; threads <= 8; ++threads) {
+    ShapeRecord shape = reference::randomShape(dice, Taste::Useful);
+    shape.emitter.kind = EmitterKind::SpherePatch;
+    shape.emitter.horizontalAmount = 100 + dice.below(40);
+    shape.emitter.verticalAmount = 80 + dice.below(60);
+    shape.emitter.copies = dice.between(1, 4);
+    shape.applyModifiersGlobally = static_cast<std::int32_t>(threads % 2);
+    shape.modifiers.triples[3] = {20.0F, -10.0F, 15.0F};  // disperse
+    FrameSetup setup = setupOf(dice);
+    setup.showLines = true;
+    compare(shape, setup, threads);
+    ASSERT_FALSE(HasFatalFailure()) << threads;
+  }
+}
+
+}  // namespace
+}  // namespace pv

@@ -1,34 +1,19 @@
 #include <benchmark/benchmark.h>
 
-#include "raster/raster_canvas.h"
 #include "scenes.h"
 #include "stages.h"
-#include "view3d/frame_shape.h"
 
 namespace pv::bench {
 
 namespace {
 
-struct Canvas {
-  explicit Canvas(FrameSize size)
-      : pixels(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height)),
-        canvas(pixels.data(), size.width, size.height) {
-    projector.setSize(size.width, size.height);
-  }
-  std::vector<std::uint32_t> pixels;
-  RasterCanvas canvas;
-  ViewProjector projector;
-};
-
+// A shape that stays, on black: puts back what the frame before drew over,
+// projects and draws.
 void measureDrawing(benchmark::State& state, const Scene& scene, FrameSize size) {
   SceneView scenery(scene, size);
-  const ShapeColumns& columns = scenery.view.updateColumns();
-  const ShapeProjection projection = benchProjection(size);
-  Canvas target(size);
-  WorkShare share;
+  scenery.view.setShowGrid(false);
   for (auto _ : state) {
-    target.canvas.clear(0);
-    drawShapeLines(target.canvas, columns, target.projector, projection, share);
+    benchmark::DoNotOptimize(scenery.view.drawFrame().data());
     benchmark::ClobberMemory();
   }
 }

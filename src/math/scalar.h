@@ -32,12 +32,22 @@ struct SinCos {
   float cos = 1.0F;
 };
 
+// (sin r / r - 1) / r^2 and (cos r - 1) / r^2 as polynomials in r^2, lowest power
+// first: interpolated at the Chebyshev nodes of 0 <= r <= pi/4, in 60 digits. The
+// sine's relative error is below 2^-45, the cosine's below 2^-41.
+inline constexpr double kSineTerms[] = {-0.16666666666663885, 0.008333333331079221,
+                                        -0.00019841266916984215, 2.7555990929035673e-06,
+                                        -2.4805636192775312e-08};
+inline constexpr double kCosineTerms[] = {-0.4999999999996389, 0.04166666663739605,
+                                          -0.0013888885091396927, 2.4799862189460856e-05,
+                                          -2.723714035433242e-07};
+
 /// Sine and cosine of an angle in radians, the same to the last bit on every
 /// machine: only additions, multiplications and exact operations, in double.
 /// The argument is reduced to [-pi/4, pi/4] by subtracting quarter turns (in two
 /// parts, after Cody and Waite, "Software Manual for the Elementary Functions",
-/// 1980), then the Taylor series is summed to the terms of degree 17 and 16,
-/// which leaves an error far below single precision. NaN and infinities give NaN.
+/// 1980), then the polynomials above are summed, which leaves an error far below
+/// single precision. NaN and infinities give NaN.
 [[nodiscard]] inline SinCos sinCos(float radians) {
   constexpr double kTwoOverPi = 0.63661977236758134308;
   constexpr double kQuarterTurnHigh = 1.57079632673412561417e+00;  // first 33 bits of pi/2
@@ -53,25 +63,11 @@ struct SinCos {
   const double quarters = (x * kTwoOverPi + kRoundToInteger) - kRoundToInteger;
   const double r = (x - quarters * kQuarterTurnHigh) - quarters * kQuarterTurnLow;
   const double r2 = r * r;
-  const double s =
-      r +
-      r * r2 *
-          (-1.0 / 6 +
-           r2 * (1.0 / 120 +
-                 r2 * (-1.0 / 5040 +
-                       r2 * (1.0 / 362880 + r2 * (-1.0 / 39916800 +
-                                                  r2 * (1.0 / 6227020800.0 +
-                                                        r2 * (-1.0 / 1307674368000.0 +
-                                                              r2 * (1.0 / 355687428096000.0))))))));
-  const double c =
-      1.0 +
-      r2 * (-1.0 / 2 +
-            r2 * (1.0 / 24 +
-                  r2 * (-1.0 / 720 +
-                        r2 * (1.0 / 40320 + r2 * (-1.0 / 3628800 +
-                                                  r2 * (1.0 / 479001600.0 +
-                                                        r2 * (-1.0 / 87178291200.0 +
-                                                              r2 * (1.0 / 20922789888000.0))))))));
+  const auto series = [r2](const double(&c)[5]) {
+    return c[0] + r2 * (c[1] + r2 * (c[2] + r2 * (c[3] + r2 * c[4])));
+  };
+  const double s = r + r * r2 * series(kSineTerms);
+  const double c = 1.0 + r2 * series(kCosineTerms);
   if (r != r) {
     return {static_cast<float>(r), static_cast<float>(r)};
   }

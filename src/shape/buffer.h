@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <new>
 #include <span>
@@ -10,8 +11,9 @@
 
 namespace pv {
 
-/// A growable array of plain values that is not initialised, keeps its memory
-/// when it shrinks, and reports a failed allocation instead of throwing.
+/// A growable array of plain values that is not initialised, starts at a line of
+/// the cache, keeps its memory when it shrinks, and reports a failed allocation
+/// instead of throwing.
 template <class T>
 class Buffer {
   static_assert(std::is_trivially_copyable_v<T>);
@@ -36,7 +38,7 @@ class Buffer {
   [[nodiscard]] bool resize(std::size_t size) {
     const bool wasteful = capacity_ > kSmall && size < capacity_ / kSpareRatio;
     if (size > capacity_ || wasteful) {
-      std::unique_ptr<T[]> grown(new (std::nothrow) T[size]);
+      Memory grown = allocate(size);
       if (!grown) {
         size_ = 0;
         return false;
@@ -65,7 +67,22 @@ class Buffer {
   // which must not cost an allocation.
   static constexpr std::size_t kSpareRatio = 32;
 
-  std::unique_ptr<T[]> data_;
+  struct Free {
+    void operator()(T* data) const { ::operator delete (data, std::align_val_t{kLine}); }
+  };
+  using Memory = std::unique_ptr<T[], Free>;
+
+  static Memory allocate(std::size_t size) {
+    if (size > std::numeric_limits<std::size_t>::max() / sizeof(T)) {
+      return {};
+    }
+    // Plain values begin to live in the memory that they are given.
+    return Memory(
+        static_cast<T*>(::operator new (size * sizeof(T), std::align_val_t{kLine}, std::nothrow)));
+  }
+
+  static constexpr std::size_t kLine = 64;  // bytes
+  Memory data_;
   std::size_t size_ = 0;
   std::size_t capacity_ = 0;
 };

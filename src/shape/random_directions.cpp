@@ -135,24 +135,23 @@ void drawOneByOne(VectorStreams& to, std::size_t first, std::size_t end, CRandSe
 
 #ifdef _WIN32
 
-void drawDirections(MeshSlot& slot, std::size_t count, CRandSequence& random,
+void drawDirections(VectorStreams& to, std::size_t count, CRandSequence& random,
                     WorkShare& /*share*/) {
-  if (!slot.disperse.resize(count)) {
+  if (!to.resize(count)) {
     random.skip(kDrawsPerVertex * count);
     return;
   }
-  drawOneByOne(slot.disperse, 0, count, random);
+  drawOneByOne(to, 0, count, random);
 }
 
 #else
 
 HWY_EXPORT(followFrom);
 
-void drawDirections(MeshSlot& slot, std::size_t count, CRandSequence& random, WorkShare& share) {
+void drawDirections(VectorStreams& to, std::size_t count, CRandSequence& random, WorkShare& share) {
   constexpr std::size_t kLanesEach = 16;  // of a round
   constexpr std::size_t kMostRounds = 16;
   constexpr std::size_t kWorthARound = 8192;  // vertices; entering the lanes has its cost
-  VectorStreams& to = slot.disperse;
   if (!to.resize(count)) {
     random.skip(kDrawsPerVertex * count);
     return;
@@ -163,7 +162,7 @@ void drawDirections(MeshSlot& slot, std::size_t count, CRandSequence& random, Wo
     const std::size_t each = count / (rounds * kLanesEach);
     std::vector<CRandSequence::Window> windows(rounds * kLanesEach);
     random.standAt(kDrawsPerVertex * each, windows);
-    share.run(rounds, [&](std::size_t round) {
+    share.run(rounds, [&](std::size_t round, unsigned) {
       const std::size_t lane = round * kLanesEach;
       HWY_DYNAMIC_DISPATCH(followFrom)(&windows[lane], each, lane * each, to);
     });

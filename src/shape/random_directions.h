@@ -12,9 +12,9 @@ namespace pv {
 /// Random numbers that one vertex' direction takes.
 inline constexpr std::uint64_t kDrawsPerVertex = 6;
 
-/// Gives the slot directions for `count` vertices: each component is the
+/// Draws directions for `count` vertices: each component is the
 /// difference of two numbers from 0 to 1 in steps of 1 / 100000. Without memory
 /// there are none, and the sequence moves on as if there were.
-void drawDirections(MeshSlot& slot, std::size_t count, CRandSequence& random, WorkShare& share);
+void drawDirections(VectorStreams& to, std::size_t count, CRandSequence& random, WorkShare& share);
 
 }  // namespace pv

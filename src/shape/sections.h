@@ -1,52 +1,53 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
 #include "math/vec3.h"
 #include "shape/shape_mesh.h"
+#include "shape/vertex_kernels.h"
 
 namespace pv {
 
-// The steps that the builders share: they repeat a profile across sections and
-// join the points to wires, in the mesh's current slot.
+/// How an emitter makes its vertices: a profile of points that is repeated column
+/// after column, moved along z or turned about y. Holds the profile alone; any
+/// stretch of any column is made where it is wanted.
+class ShapeSections {
+ public:
+  enum class Spread : std::uint8_t {
+    Extrude,  ///< `step` units towards -z from column to column
+    Sphere,   ///< turned by `step` degrees
+    Sweep,    ///< the same the other way round
+  };
 
-/// Makes room for `sections` + 1 columns of `count` points. The number is noted
-/// also when nothing can be built. True when the columns are to be filled.
-bool allocateColumns(ShapeMesh& mesh, std::int64_t count, std::int32_t sections);
+  /// No vertices.
+  void clear();
+  /// `sections` + 1 columns of these points, the first moved or turned back by
+  /// `back`. False, and no vertices, without memory.
+  bool repeat(std::span<const Vec3> profile, std::int32_t sections, Spread spread, float step,
+              float back);
+  /// Columns of `count` points on the y axis, from `top` down in steps of `height`.
+  bool repeatLine(std::size_t count, float top, float height, std::int32_t sections, float step,
+                  float back);
 
-/// Joins the points along every section, then those of neighbouring sections.
-void BuildLines(ShapeMesh& mesh, std::int64_t profileCount, std::int64_t sections);
+  /// Both 0 while there is nothing to make.
+  [[nodiscard]] std::size_t rows() const { return rows_; }
+  [[nodiscard]] std::size_t columns() const { return columns_; }
+  [[nodiscard]] std::size_t vertices() const { return rows_ * columns_; }
 
-/// Repeats the column pointAt(0..count-1) along z, towards -z, `width` units
-/// apart; with `centre` symmetrically about z = 0.
-template <class PointAt>
-void extrude(ShapeMesh& mesh, std::int64_t count, PointAt pointAt, std::int32_t sections,
-             float width, bool centre) {
-  if (allocateColumns(mesh, count, sections)) {
-    VectorStreams& base = mesh.current()->base;
-    const float half = centre ? static_cast<float>(sections) * width / 2.0F : 0.0F;
-    std::size_t vertex = 0;
-    for (std::int32_t j = 0; j <= sections; ++j) {
-      const float offset = static_cast<float>(j) * width - half;
-      for (std::int64_t k = 0; k < count; ++k) {
-        const Vec3 p = pointAt(k);
-        base.set(vertex++, {p.x, p.y, p.z - offset});
-      }
-    }
-  }
-  BuildLines(mesh, count, sections);
-}
+  /// Positions of `count` (1 to VertexBlock::kCapacity) vertices of a column from
+  /// `first` on, the last repeated to the end of its chunk. May be called by
+  /// several threads.
+  void vertices(std::size_t column, std::size_t first, std::size_t count, VertexBlock& block) const;
 
-/// The same for a column that is given as points.
-void ExtrudeProfile(ShapeMesh& mesh, std::span<const Vec3> points, std::int32_t sections,
-                    float width, bool centre);
-
-/// Which way round the y axis a profile is turned.
-enum class Turn : std::uint8_t { Sphere, Sweep };
-
-/// Turns the mesh's profile about y over `angle` degrees.
-void RotateProfile(ShapeMesh& mesh, std::int32_t sections, std::int32_t angle, bool centre,
-                   Turn turn);
+ private:
+  VectorStreams profile_;  ///< x and z exchanged for a sweep
+  std::size_t rows_ = 0;
+  std::size_t columns_ = 0;
+  Spread spread_ = Spread::Extrude;
+  float step_ = 0.0F;
+  float back_ = 0.0F;
+};
 
 }  // namespace pv

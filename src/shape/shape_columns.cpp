@@ -22,17 +22,18 @@ void apply(const InstanceTransform& transform, VertexBlock& block, std::size_t c
 
 }  // namespace
 
-void ShapeColumns::update(const ShapeMesh& mesh, bool meshChanged, const ModifierTable& values,
+void ShapeColumns::update(const Source& source, const ModifierTable& values,
                           const DuplicateStep& step, DuplicateFlags flags, WorkShare& share) {
-  slot_ = mesh.current();
+  sections_ = &source.sections;
+  directions_ = &source.directions;
   const auto copies = static_cast<std::size_t>(effectiveCopies(step.copies));
-  const bool exists = slot_ != nullptr && slot_->base.size() > 0;
+  const bool exists = sections_->vertices() > 0;
   const bool eachAnew = flags.applyModifiersGlobally && copies > 0;
   const bool shapeFirst = copies == 0 || (flags.useWorldAxis && !eachAnew);
-  firstIsShaped_ = firstIsShaped_ && !meshChanged && sameBits(values, values_) &&
+  firstIsShaped_ = firstIsShaped_ && !source.changed && sameBits(values, values_) &&
                    eachAnew == eachAnew_ && shapeFirst == shapeFirst_;
-  rows_ = exists ? slot_->rows : 0;
-  columns_ = exists ? slot_->columns : 0;
+  rows_ = sections_->rows();
+  columns_ = sections_->columns();
   instances_ = exists ? copies + 1 : 0;
   values_ = values;
   eachAnew_ = eachAnew;
@@ -43,8 +44,8 @@ void ShapeColumns::update(const ShapeMesh& mesh, bool meshChanged, const Modifie
   shapeTransform_ = {
       modifierMatrix(values[ModifierKind::ShapeRotate], values[ModifierKind::ShapeScale]),
       values[ModifierKind::ShapeMove]};
-  for (std::size_t k = 1; k < instances_; ++k) {
-    copies_[k] = instanceTransform(step, static_cast<std::int32_t>(k));
+  for (std::size_t k = 0; k < instances_; ++k) {
+    copies_[k] = {instanceTransform(step, static_cast<std::int32_t>(k)), shapeTransform_};
   }
   if (exists && !eachAnew_ && !firstIsShaped_) {
     shapeFirstInstance(share);
@@ -52,23 +53,26 @@ void ShapeColumns::update(const ShapeMesh& mesh, bool meshChanged, const Modifie
 }
 
 void ShapeColumns::shapeFirstInstance(WorkShare& share) {
-  constexpr std::size_t kRound = 16 * VertexBlock::kCapacity;  // vertices
-  const std::size_t all = slot_->base.size();
-  if (!shaped_.resize(all)) {
+  const std::size_t stride = VertexBlock::padded(rows_);
+  if (!shaped_.resize(stride * columns_)) {
     instances_ = 0;
     return;
   }
-  share.run((all + kRound - 1) / kRound, [&](std::size_t round) {
+  constexpr std::size_t kRound = 4096;  // vertices, roughly
+  const std::size_t columnsEach = std::max<std::size_t>(1, kRound / stride);
+  share.run((columns_ + columnsEach - 1) / columnsEach, [&](std::size_t round, unsigned) {
     VertexBlock block;
-    const std::size_t end = std::min(all, (round + 1) * kRound);
-    for (std::size_t first = round * kRound; first < end; first += VertexBlock::kCapacity) {
-      const std::size_t count = std::min(VertexBlock::kCapacity, end - first);
-      loadVertices(slot_->base, first, count, block);
-      deform(block, first, count);
-      if (shapeFirst_) {
-        apply(shapeTransform_, block, count);
+    const std::size_t end = std::min(columns_, (round + 1) * columnsEach);
+    for (std::size_t column = round * columnsEach; column < end; ++column) {
+      for (std::size_t first = 0; first < rows_; first += VertexBlock::kCapacity) {
+        const std::size_t count = std::min(VertexBlock::kCapacity, rows_ - first);
+        sections_->vertices(column, first, count, block);
+        deform(block, column * rows_ + first, count);
+        if (shapeFirst_) {
+          apply(shapeTransform_, block, count);
+        }
+        storeVertices(block, column * stride + first, VertexBlock::padded(count), shaped_);
       }
-      storeVertices(block, first, count, shaped_);
     }
   });
   firstIsShaped_ = true;
@@ -77,25 +81,28 @@ void ShapeColumns::shapeFirstInstance(WorkShare& share) {
 void ShapeColumns::deform(VertexBlock& block, std::size_t firstDirection, std::size_t count) const {
   apply(vertexTransform_, block, count);
   VertexBlock directions;
-  const bool disperses = slot_->disperse.size() >= firstDirection + count;
+  const bool disperses = directions_->size() >= firstDirection + count;
   if (disperses) {
-    loadVertices(slot_->disperse, firstDirection, count, directions);
+    loadVertices(*directions_, firstDirection, count, directions);
   }
   deformVertices(block, count, values_, disperses ? &directions : nullptr);
 }
 
-void ShapeColumns::vertices(std::size_t instance, std::size_t first, std::size_t count,
-                            VertexBlock& block) const {
-  loadVertices(eachAnew_ ? slot_->base : shaped_, first, count, block);
-  if (instance > 0) {
-    apply(copies_[instance], block, count);
-  }
+ColumnVertices ShapeColumns::vertices(std::size_t instance, std::size_t column, std::size_t first,
+                                      std::size_t count, VertexBlock& block) const {
+  const std::span<const InstanceTransform> transforms = copies_[instance];
   if (eachAnew_) {
-    deform(block, instance * slot_->base.size() + first, count);
+    sections_->vertices(column, first, count, block);
+    if (instance > 0) {
+      apply(transforms[0], block, count);
+    }
+    deform(block, (instance * columns_ + column) * rows_ + first, count);
+    return {block.x, block.y, block.z, count, transforms.last(1)};
   }
-  if (!shapeFirst_) {
-    apply(shapeTransform_, block, count);
-  }
+  const std::size_t at = column * VertexBlock::padded(rows_) + first;
+  const std::size_t skipped = instance > 0 ? 0 : 1;
+  return {shaped_.x.data() + at, shaped_.y.data() + at, shaped_.z.data() + at, count,
+          transforms.subspan(skipped, 2 - skipped - (shapeFirst_ ? 1 : 0))};
 }
 
 }  // namespace pv

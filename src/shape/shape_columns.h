@@ -2,44 +2,65 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
 
 #include "shape/duplicates.h"
 #include "shape/modifiers.h"
+#include "shape/sections.h"
 #include "shape/shape_mesh.h"
 #include "shape/vertex_kernels.h"
 #include "util/work_share.h"
 
 namespace pv {
 
+/// A stretch of one column of vertices: streams of whole chunks, aligned to 64
+/// bytes, in which the last vertex is repeated to the end of its chunk.
+struct ColumnVertices {
+  const float* x;
+  const float* y;
+  const float* z;
+  std::size_t count;
+  /// What each vertex still goes through, two at most, in this order.
+  std::span<const InstanceTransform> transforms;
+};
+
 /// The final positions of a shape with all its duplicates, made a stretch at a
-/// time where they are wanted instead of being kept: only one instance is ever
+/// time where they are wanted instead of being kept: at most one instance is
 /// stored. The same kernels in the same order as ApplyModifiers, so the same
 /// positions to the last bit.
 class ShapeColumns {
  public:
-  /// `mesh` holds the generated shape without its copies, and must stay as it
-  /// is while vertices are asked for. Its directions are for one instance, or
-  /// for all when the modifiers take the duplicates as one object. What did not
-  /// change since the last call is not computed again; `meshChanged` tells about
-  /// the mesh.
-  void update(const ShapeMesh& mesh, bool meshChanged, const ModifierTable& values,
-              const DuplicateStep& step, DuplicateFlags flags, WorkShare& share);
+  /// What the columns are made of; it must stay as it is while vertices are asked
+  /// for.
+  struct Source {
+    const ShapeSections& sections;
+    /// For the vertices of the first instance, or of all when the modifiers take
+    /// the duplicates as one object. Without them nothing is dispersed.
+    const VectorStreams& directions;
+    bool changed;  ///< one of the two, since the last call
+  };
+
+  /// What did not change since the last call is not computed again.
+  void update(const Source& source, const ModifierTable& values, const DuplicateStep& step,
+              DuplicateFlags flags, WorkShare& share);
 
   /// No vertices at all while one of these is 0.
   [[nodiscard]] std::size_t rows() const { return rows_; }
   [[nodiscard]] std::size_t columns() const { return columns_; }
   [[nodiscard]] std::size_t instances() const { return instances_; }
 
-  /// Positions of `count` (1 to VertexBlock::kCapacity) vertices of an instance
-  /// from `first` on, column after column. May be called by several threads.
-  void vertices(std::size_t instance, std::size_t first, std::size_t count,
-                VertexBlock& block) const;
+  /// `count` (1 to VertexBlock::kCapacity) vertices of a column of an instance;
+  /// `first` starts a chunk. What is not stored is made in `block`. May be called
+  /// by several threads.
+  [[nodiscard]] ColumnVertices vertices(std::size_t instance, std::size_t column, std::size_t first,
+                                        std::size_t count, VertexBlock& block) const;
 
  private:
   void shapeFirstInstance(WorkShare& share);
   void deform(VertexBlock& block, std::size_t firstDirection, std::size_t count) const;
 
-  const MeshSlot* slot_ = nullptr;
+  const ShapeSections* sections_ = nullptr;
+  const VectorStreams* directions_ = nullptr;
   std::size_t rows_ = 0;
   std::size_t columns_ = 0;
   std::size_t instances_ = 0;
@@ -50,8 +71,10 @@ class ShapeColumns {
   bool firstIsShaped_ = false;  ///< shaped_ is up to date
   InstanceTransform vertexTransform_;
   InstanceTransform shapeTransform_;
-  std::array<InstanceTransform, kMaxDuplicateCopies + 1> copies_;
-  VectorStreams shaped_;  ///< the first instance as far as all copies share it
+  /// For each instance its own transform, then that of the shape.
+  std::array<std::array<InstanceTransform, 2>, kMaxDuplicateCopies + 1> copies_;
+  /// The first instance as far as all copies share it; columns of whole chunks.
+  VectorStreams shaped_;
 };
 
 }  // namespace pv

@@ -97,20 +97,27 @@ std::int32_t saturate(std::int64_t count) {
 
 }  // namespace
 
+bool ShapeMesh::noteVertices(std::int64_t count) {
+  if (MeshSlot* slot = current()) {
+    slot->vertexCount = saturate(count);
+    return count >= 1 && count <= vertexLimit_;
+  }
+  return false;
+}
+
 bool ShapeMesh::allocateVertices(std::int64_t count) {
   MeshSlot* slot = current();
   if (slot == nullptr) {
     return false;
   }
-  slot->vertexCount = saturate(count);
-  const bool fits = count >= 1 && count <= vertexLimit_;
-  const auto size = fits ? static_cast<std::size_t>(count) : 0;
+  const auto size = noteVertices(count) ? static_cast<std::size_t>(count) : 0;
   slot->disperse.clear();
   if (slot->base.resize(size) && slot->position.resize(size)) {
     return size > 0;
   }
   slot->base.clear();
   slot->position.clear();
+  slot->lines.clear();
   return false;
 }
 
@@ -120,7 +127,7 @@ void ShapeMesh::setLines(std::int64_t count, std::int64_t instances) {
     return;
   }
   slot->lineCount = saturate(count);
-  slot->lines = count >= 1 && slot->base.size() > 0
+  slot->lines = count >= 1 && slot->columns > 0
                     ? MeshLines(slot->rows, slot->columns, static_cast<std::size_t>(instances))
                     : MeshLines();
 }

@@ -85,10 +85,13 @@ class ShapeMesh {
   [[nodiscard]] std::int32_t slotCount() const { return slotCount_; }
   [[nodiscard]] std::int32_t currentSlot() const { return currentSlot_; }
 
+  /// Remembers the number of vertices of the current slot, saturated to 32 bits.
+  /// False when it is below 1, above the limit, or without a slot.
+  bool noteVertices(std::int64_t count);
   /// Gives the current slot `count` uninitialised vertices. Counts below 1,
   /// above the limit or beyond memory leave the streams empty; vertices that were
-  /// there before keep their base. Directions are dropped. The count is
-  /// remembered in any case, saturated to 32 bits. True when there are vertices.
+  /// there before keep their base. Directions are dropped. The count is noted in
+  /// any case. True when there are vertices.
   bool allocateVertices(std::int64_t count);
   /// Notes how the vertices of `instances` equal parts are joined. `count` is the
   /// number of lines by the formula, remembered whatever comes of it.

@@ -16,19 +16,13 @@
 #include <hwy/highway.h>
 
 #include "math/sin_cos-inl.h"
+#include "shape/vertex_transform-inl.h"
 // clang-format on
 
 HWY_BEFORE_NAMESPACE();
 namespace pv::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
-
-using Floats = hn::ScalableTag<float>;
-using F = hn::Vec<Floats>;
-
-HWY_INLINE F constant(float value) {
-  return hn::Set(Floats(), value);
-}
 
 /// Runs `step` over all vertices; it changes x, y and z in place.
 template <class Step>
@@ -52,28 +46,6 @@ HWY_INLINE F shrunk(F v, F s) {
 HWY_INLINE F grown(F v, F s) {
   return hn::Add(v, hn::Mul(s, v));
 }
-
-/// A row vector times one column of a matrix, summed from left to right.
-HWY_INLINE F dot(F x, F y, F z, F a, F b, F c) {
-  return hn::Add(hn::Add(hn::Mul(x, a), hn::Mul(y, b)), hn::Mul(z, c));
-}
-
-struct Transform {
-  const Matrix4& t;
-  Vec3 move;
-
-  HWY_INLINE F column(F x, F y, F z, std::size_t c, float offset) const {
-    const F sum = dot(x, y, z, constant(t.m[0][c]), constant(t.m[1][c]), constant(t.m[2][c]));
-    return hn::Add(hn::Add(sum, constant(t.m[3][c])), constant(offset));
-  }
-  HWY_INLINE void operator()(F& x, F& y, F& z) const {
-    const F across = column(x, y, z, 0, move.x);
-    const F up = column(x, y, z, 1, move.y);
-    z = column(x, y, z, 2, move.z);
-    x = across;
-    y = up;
-  }
-};
 
 struct PinchA {
   Vec3 v;
@@ -144,46 +116,33 @@ struct Bulge {
   }
 };
 
-/// Sine and cosine of degreesPerUnit * along, for a block.
-struct alignas(64) Turns {
-  float sin[VertexBlock::kCapacity];
-  float cos[VertexBlock::kCapacity];
-};
-
-HWY_INLINE void turns(const float* along, float degreesPerUnit, std::size_t count, Turns& out) {
-  const Floats d;
-  HWY_ALIGN float angle[VertexBlock::kCapacity];
-  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
-    const F degrees = hn::Mul(constant(degreesPerUnit), hn::Load(d, along + i));
-    hn::Store(hn::Mul(degrees, constant(kRadiansPerDegree)), d, angle + i);
+/// Sine and cosine of degreesPerUnit * along. For a value of zero the angle is a
+/// zero or not a number; that is its sine, and one more its cosine.
+HWY_INLINE Turns<F> turns(F along, float degreesPerUnit) {
+  const F degrees = hn::Mul(constant(degreesPerUnit), along);
+  const F radians = hn::Mul(degrees, constant(kRadiansPerDegree));
+  if (degreesPerUnit == 0.0F) {
+    return {radians, hn::Add(constant(1.0F), radians)};
   }
-  sinCosOf(angle, count, out.sin, out.cos);
+  return sinCosOf(radians);
 }
 
-// Each vertex turns about x, y and z by angles of its own. The product of the
-// three matrices is written out without the terms that have a factor 0 and
-// without the factors 1. That changes at most the sign of a zero in the matrix:
-// a sine is not a number only together with its cosine, and then so is the
-// whole coordinate. The last row's zero, added at the end, makes every zero of
-// a coordinate a positive one again, as the plain product does.
-HWY_INLINE void turnEach(VertexBlock& block, std::size_t count, const float* driverX,
-                         const float* driverY, const float* driverZ, Vec3 degreesPerUnit) {
-  Turns about[3];
-  turns(driverX, degreesPerUnit.x, count, about[0]);
-  turns(driverY, degreesPerUnit.y, count, about[1]);
-  turns(driverZ, degreesPerUnit.z, count, about[2]);
-  const Floats d;
-  const F zero = hn::Zero(d);
-  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
-    const F sx = hn::Load(d, about[0].sin + i);
-    const F cx = hn::Load(d, about[0].cos + i);
-    const F sy = hn::Load(d, about[1].sin + i);
-    const F cy = hn::Load(d, about[1].cos + i);
-    const F sz = hn::Load(d, about[2].sin + i);
-    const F cz = hn::Load(d, about[2].cos + i);
-    const F x = hn::Load(d, block.x + i);
-    const F y = hn::Load(d, block.y + i);
-    const F z = hn::Load(d, block.z + i);
+/// The axis along which each of the three angles grows.
+template <int kX, int kY, int kZ>
+struct TurnAlong {
+  Vec3 degreesPerUnit;
+
+  // Each vertex turns about x, y and z by angles of its own. The product of the
+  // three matrices is written out without the terms that have a factor 0 and
+  // without the factors 1. That changes at most the sign of a zero in the matrix:
+  // a sine is not a number only together with its cosine, and then so is the
+  // whole coordinate. The last row's zero, added at the end, makes every zero of
+  // a coordinate a positive one again, as the plain product does.
+  HWY_INLINE void operator()(F& x, F& y, F& z) const {
+    const auto [sx, cx] = turns(axis<kX>(x, y, z), degreesPerUnit.x);
+    const auto [sy, cy] = turns(axis<kY>(x, y, z), degreesPerUnit.y);
+    const auto [sz, cz] = turns(axis<kZ>(x, y, z), degreesPerUnit.z);
+    const F zero = hn::Zero(Floats());
     const F sxsy = hn::Mul(sx, sy);
     const F cxsy = hn::Mul(cx, sy);
     const F across = dot(x, y, z, hn::Mul(cy, cz), hn::Sub(hn::Mul(sxsy, cz), hn::Mul(cx, sz)),
@@ -191,11 +150,15 @@ HWY_INLINE void turnEach(VertexBlock& block, std::size_t count, const float* dri
     const F up = dot(x, y, z, hn::Mul(cy, sz), hn::Add(hn::Mul(sxsy, sz), hn::Mul(cx, cz)),
                      hn::Sub(hn::Mul(cxsy, sz), hn::Mul(sx, cz)));
     const F deep = dot(x, y, z, hn::Neg(sy), hn::Mul(sx, cy), hn::Mul(cx, cy));
-    hn::Store(hn::Add(across, zero), d, block.x + i);
-    hn::Store(hn::Add(up, zero), d, block.y + i);
-    hn::Store(hn::Add(deep, zero), d, block.z + i);
+    x = hn::Add(across, zero);
+    y = hn::Add(up, zero);
+    z = hn::Add(deep, zero);
   }
-}
+  template <int kAxis>
+  static HWY_INLINE F axis(F x, F y, F z) {
+    return kAxis == 0 ? x : (kAxis == 1 ? y : z);
+  }
+};
 
 Vec3 inHundredths(Vec3 v) {
   constexpr float kPercent = 100.0F;
@@ -227,11 +190,11 @@ void taper(VertexBlock& block, std::size_t count, Vec3 values) {
 }
 
 void bend(VertexBlock& block, std::size_t count, Vec3 values) {
-  turnEach(block, count, block.y, block.z, block.y, values);
+  forEachVector(block, count, TurnAlong<1, 2, 1>{values});
 }
 
 void twist(VertexBlock& block, std::size_t count, Vec3 values) {
-  turnEach(block, count, block.x, block.y, block.z, values);
+  forEachVector(block, count, TurnAlong<0, 1, 2>{values});
 }
 
 struct Step {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <mutex>
@@ -15,8 +16,6 @@ namespace {
 
 constexpr unsigned kMostThreads = 8;
 
-using Work = std::function<void(std::size_t)>;
-
 }  // namespace
 
 class WorkShare::Crew {
@@ -24,7 +23,7 @@ class WorkShare::Crew {
   explicit Crew(unsigned helpers) {
     try {
       for (unsigned i = 0; i < helpers; ++i) {
-        helpers_.emplace_back([this] { help(); });
+        helpers_.emplace_back([this, worker = i + 1] { help(worker); });
       }
     } catch (const std::system_error&) {
       // Fewer helpers, or none: the caller does what is left.
@@ -51,23 +50,36 @@ class WorkShare::Crew {
       work_ = &work;
       rounds_ = rounds;
       next_ = 0;
-      ++loop_;
+      loop_.fetch_add(1);
     }
     wake_.notify_all();
-    claim(rounds, work);
-    std::unique_lock lock(mutex_);
-    work_ = nullptr;  // whoever has not begun by now never will
-    left_.wait(lock, [this] { return inside_ == 0; });
+    claim(rounds, work, 0);
+    {
+      const std::lock_guard lock(mutex_);
+      work_ = nullptr;  // whoever has not begun by now never will
+    }
+    while (inside_.load() != 0) {  // only for rounds that are under way
+      std::this_thread::yield();
+    }
   }
 
  private:
-  void claim(std::size_t rounds, const Work& work) {
+  void claim(std::size_t rounds, const Work& work, unsigned worker) {
     for (std::size_t i = next_.fetch_add(1); i < rounds; i = next_.fetch_add(1)) {
-      work(i);
+      work(i, worker);
     }
   }
 
-  void help() {
+  // The loops of one frame follow each other closely, and waking a thread takes
+  // longer than many of them.
+  void lookOutForNext(std::uint64_t seen) const {
+    using Clock = std::chrono::steady_clock;
+    const auto end = Clock::now() + std::chrono::microseconds(50);
+    while (loop_.load() == seen && !ends_.load() && Clock::now() < end) {
+    }
+  }
+
+  void help(unsigned worker) {
     std::uint64_t seen = 0;
     std::unique_lock lock(mutex_);
     while (true) {
@@ -80,21 +92,20 @@ class WorkShare::Crew {
       const std::size_t rounds = rounds_;
       ++inside_;
       lock.unlock();
-      claim(rounds, work);
-      lock.lock();
+      claim(rounds, work, worker);
       --inside_;
-      left_.notify_one();
+      lookOutForNext(seen);
+      lock.lock();
     }
   }
 
   std::mutex mutex_;
   std::condition_variable wake_;
-  std::condition_variable left_;
   const Work* work_ = nullptr;  ///< only while a loop runs
   std::size_t rounds_ = 0;
-  std::uint64_t loop_ = 0;  ///< so that nobody joins one loop twice
-  unsigned inside_ = 0;
-  bool ends_ = false;
+  std::atomic<std::uint64_t> loop_ = 0;  ///< so that nobody joins one loop twice
+  std::atomic<unsigned> inside_ = 0;
+  std::atomic<bool> ends_ = false;
   std::atomic<std::size_t> next_ = 0;
   std::vector<std::thread> helpers_;
 };
@@ -110,7 +121,7 @@ WorkShare& WorkShare::operator=(WorkShare&& other) noexcept = default;
 void WorkShare::run(std::size_t rounds, const Work& work) {
   if (threads_ < 2 || rounds < 2) {
     for (std::size_t i = 0; i < rounds; ++i) {
-      work(i);
+      work(i, 0);
     }
     return;
   }

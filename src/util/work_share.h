@@ -21,9 +21,15 @@ class WorkShare {
   WorkShare(const WorkShare&) = delete;
   WorkShare& operator=(const WorkShare&) = delete;
 
-  /// Calls work(0) to work(rounds - 1), each once, in any order and at the same
-  /// time; everything is done when it returns. `work` must not throw.
-  void run(std::size_t rounds, const std::function<void(std::size_t)>& work);
+  /// Calls work(round, worker) for rounds 0 to rounds - 1, each once, in any order
+  /// and at the same time; everything is done when it returns. `worker` is 0 to
+  /// threads() - 1 and no two calls at the same time have the same. `work` must
+  /// not throw.
+  using Work = std::function<void(std::size_t, unsigned)>;
+  void run(std::size_t rounds, const Work& work);
+
+  /// How many threads may work at the same time, the caller among them.
+  [[nodiscard]] unsigned threads() const { return threads_; }
 
  private:
   class Crew;

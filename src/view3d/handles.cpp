@@ -1,5 +1,6 @@
 #include "view3d/handles.h"
 
+#include <algorithm>
 #include <array>
 
 #include "math/scalar.h"
@@ -62,6 +63,33 @@ HandlePoints handlePoints(const ModifierTable& values, ModifierKind kind) {
     points.ends[static_cast<std::size_t>(axis)] = D3DXVec3Transform(end, frame.axes) + frame.origin;
   }
   return points;
+}
+
+PixelBox handlesBox(const RasterCanvas& canvas, ViewProjector& projector,
+                    const ShapeProjection& projection, const ModifierSet& set, float pixelRatio) {
+  if (!isModifier(set.selected)) {
+    return {};
+  }
+  PixelBox box{canvas.width, canvas.height, 0, 0};
+  const std::int64_t reach = truncate(kRingRadius * pixelRatio) + 1;
+  const auto cut = [](std::int64_t value, std::int32_t size) {
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, 0, size));
+  };
+  // Points off the canvas count too: axes are drawn towards them.
+  const auto include = [&](Vec3 point) {
+    if (const auto at = projection.map(projector, point)) {
+      box.left = std::min(box.left, cut(at->x - reach, canvas.width));
+      box.bottom = std::min(box.bottom, cut(at->y - reach, canvas.height));
+      box.right = std::max(box.right, cut(at->x + reach + 1, canvas.width));
+      box.top = std::max(box.top, cut(at->y + reach + 1, canvas.height));
+    }
+  };
+  const HandlePoints points = handlePoints(set.values, set.selected);
+  include(points.origin);
+  for (const Vec3& end : points.ends) {
+    include(end);
+  }
+  return box;
 }
 
 void drawHandles(RasterCanvas& canvas, ViewProjector& projector, const ShapeProjection& projection,

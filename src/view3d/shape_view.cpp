@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "raster/pixel_words.h"
 #include "shape/random_directions.h"
 #include "view3d/frame_grid.h"
 #include "view3d/frame_shape.h"
@@ -23,6 +22,10 @@ constexpr ViewResponse kRepaint{true, false, false};
 PixelPoint onDesk(PixelPoint p) {
   constexpr std::int32_t kReach = 1 << 24;
   return {std::clamp(p.x, -kReach, kReach), std::clamp(p.y, -kReach, kReach)};
+}
+
+bool isDrawn(ViewMode mode) {
+  return mode >= ViewMode::Perspective && mode <= ViewMode::Side;
 }
 
 bool disperses(const ModifierTable& values) {
@@ -47,7 +50,7 @@ ShapeRecord ShapeView::shape() const {
 }
 
 ViewResponse ShapeView::SetEmitterKind(std::int32_t kind) {
-  meshIsCurrent_ = false;
+  sectionsAreCurrent_ = false;
   if (!isEmitterKind(kind)) {
     return {};
   }
@@ -57,24 +60,20 @@ ViewResponse ShapeView::SetEmitterKind(std::int32_t kind) {
   return kRepaint;
 }
 
-// Where nothing that generation reads has changed the mesh stays. Its copies are
-// not built: a frame makes them from the first instance.
+// Where nothing that generation reads has changed the columns stay. Neither the
+// vertices nor their copies are built: a frame makes them as it draws them.
 void ShapeView::generate(bool shown) {
-  if (!meshIsCurrent_) {
+  if (!sectionsAreCurrent_) {
     EmitterSettings emitter = record_.emitter;
     emitter.kind = kind_;
-    emitter.copies = 0;
     mesh_.SetProfile(profilePath_.inUse());
-    CRandSequence unused;
-    GenerateShape(mesh_, emitter, record_.duplicates, unused, Directions::SkipOnly);
-    const MeshSlot* slot = mesh_.current();
-    firstVertices_ = slot == nullptr ? 0 : slot->base.size();
-    const auto all = static_cast<std::int64_t>(firstVertices_ * instances());
+    beginShape(mesh_, emitter, sections_);
+    const auto all = static_cast<std::int64_t>(sections_.vertices() * instances());
     if (all > mesh_.vertexLimit()) {
-      mesh_.allocateVertices(all);  // which leaves it empty
+      sections_.clear();
     }
-    meshIsCurrent_ = true;
-    meshChanged_ = true;
+    sectionsAreCurrent_ = true;
+    sourceChanged_ = true;
   }
   moveSequence(shown);
 }
@@ -87,32 +86,29 @@ std::size_t ShapeView::instances() const {
 // single shape, which nobody sees, and by those of all instances. They are drawn
 // only for a frame in which Vertex Disperse shows them.
 void ShapeView::moveSequence(bool shown) {
-  const std::size_t all = firstVertices_ * instances();
+  const std::size_t each = sections_.vertices();
+  const std::size_t all = each * instances();
   if (instances() > 1) {
-    random_.skip(kDrawsPerVertex * firstVertices_);
-  }
-  MeshSlot* slot = mesh_.current();
-  if (slot == nullptr || slot->base.size() == 0) {
-    return;
+    random_.skip(kDrawsPerVertex * each);
   }
   std::size_t drawn = 0;
   if (shown && disperses(set_.values)) {
-    drawn = record_.applyModifiersGlobally != 0 ? all : firstVertices_;
+    drawn = record_.applyModifiersGlobally != 0 ? all : each;
   }
-  meshChanged_ = meshChanged_ || drawn > 0 || slot->disperse.size() > 0;
-  slot->disperse.clear();
+  sourceChanged_ = sourceChanged_ || drawn > 0 || directions_.size() > 0;
+  directions_.clear();
   if (drawn > 0) {
-    drawDirections(*slot, drawn, random_, share_);
+    drawDirections(directions_, drawn, random_, share_);
   }
   random_.skip(kDrawsPerVertex * (all - drawn));
 }
 
 const ShapeColumns& ShapeView::updateColumns() {
   generate(true);
-  columns_.update(mesh_, meshChanged_, set_.values,
+  columns_.update({sections_, directions_, sourceChanged_}, set_.values,
                   duplicateStep(record_.emitter, record_.duplicates),
                   {record_.applyModifiersGlobally != 0, record_.useWorldAxis != 0}, share_);
-  meshChanged_ = false;
+  sourceChanged_ = false;
   return columns_;
 }
 
@@ -124,7 +120,7 @@ void ShapeView::updateMesh() {
                 disperses(set_.values) ? Directions::Draw : Directions::SkipOnly);
   ApplyModifiers(mesh_, set_.values, duplicateStep(record_.emitter, record_.duplicates),
                  {record_.applyModifiersGlobally != 0, record_.useWorldAxis != 0});
-  meshIsCurrent_ = false;
+  sectionsAreCurrent_ = false;
 }
 
 void ShapeView::setModifiers(const ModifierTable& values) {
@@ -214,36 +210,55 @@ Handle ShapeView::hitTest(PixelPoint position) {
 
 std::span<const std::uint32_t> ShapeView::drawFrame() {
   projector_.setSize(width_, height_);
-  frame_.resize(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_));
-  MMXDWORDset(frame_.data(), 0, frame_.size());
   updateColumns();
-
+  const bool isNew = frame_.begin(backgroundScene());
   RasterCanvas canvas(frame_.data(), width_, height_);
   canvas.textScale = std::max(1, static_cast<std::int32_t>(std::lround(pixelRatio_)));
-  drawView(canvas);
-  return frame_;
-}
-
-void ShapeView::drawView(RasterCanvas& canvas) {
-  if (mode_ < ViewMode::Perspective || mode_ > ViewMode::Side) {
+  if (!isDrawn(mode_) || frame_.pixels().empty()) {
     projector_.clearHandles();
-    return;
+    return frame_.pixels();
   }
   const Vec3 eye = eyePosition(camera_.yaw, camera_.pitch, camera_.distance);
   const ShapeProjection projection{
       mode_, viewMatrix(eye, camera_.roll), {canvas.width / 2, canvas.height / 2}};
-  if (showGrid_) {
-    if (mode_ == ViewMode::Perspective) {
-      drawGrid3D(canvas, projector_, projection.view);
-    } else {
-      drawFlatBackground(canvas, projector_, mode_, eye, pixelRatio_);
-    }
+  if (isNew && showGrid_) {
+    drawBackground(canvas, projection.view, eye);
   }
-  if (showLines_) {
-    drawShapeLines(canvas, columns_, projector_, projection, share_);
+  drawShape(canvas, projection);
+  return frame_.pixels();
+}
+
+// Without its grid a background is black whatever the view.
+BackgroundScene ShapeView::backgroundScene() const {
+  BackgroundScene scene;
+  scene.width = width_;
+  scene.height = height_;
+  scene.showGrid = showGrid_;
+  if (showGrid_ || !isDrawn(mode_)) {
+    scene.mode = mode_;
+    scene.camera = camera_;
+    scene.projectorWidth = projector_.width();
+    scene.projectorHeight = projector_.height();
+    scene.pixelRatio = pixelRatio_;
+  }
+  return scene;
+}
+
+void ShapeView::drawBackground(RasterCanvas& canvas, const Matrix4& view, Vec3 eye) {
+  if (mode_ == ViewMode::Perspective) {
+    drawGrid3D(canvas, projector_, view);
   } else {
-    drawShapeDots(canvas, columns_, projector_, projection, kDotHalfSize * pixelRatio_);
+    drawFlatBackground(canvas, projector_, mode_, eye, pixelRatio_);
   }
+}
+
+void ShapeView::drawShape(RasterCanvas& canvas, const ShapeProjection& projection) {
+  const PixelBox shape =
+      showLines_ ? painter_.collectLines(canvas, columns_, projector_, projection, share_)
+                 : painter_.collectDots(canvas, columns_, projector_, projection,
+                                        kDotHalfSize * pixelRatio_, share_);
+  frame_.cover(shape.with(handlesBox(canvas, projector_, projection, set_, pixelRatio_)));
+  painter_.paint(frame_, share_);
   drawHandles(canvas, projector_, projection, set_, highlightedHandle(), pixelRatio_);
 }
 

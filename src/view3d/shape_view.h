@@ -2,15 +2,16 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 #include "shape/generation.h"
 #include "shape/modifiers.h"
 #include "shape/shape_columns.h"
 #include "shape/shape_record.h"
 #include "util/work_share.h"
+#include "view3d/frame_shape.h"
 #include "view3d/handle_drag.h"
 #include "view3d/view_camera.h"
+#include "view3d/view_frame.h"
 #include "view3d/view_projector.h"
 
 namespace pv {
@@ -80,11 +81,11 @@ class ShapeView {
 
   // --- frames --------------------------------------------------------------
   /// Draws one complete frame: width() * height() words 0xAARRGGBB, bottom row
-  /// first. The span lives until the next call or size change.
+  /// first. The span lives until the next call.
   std::span<const std::uint32_t> drawFrame();
 
-  /// The generated mesh: after updateMesh() the whole of it, otherwise without
-  /// its copies and positions, which a frame does not keep.
+  /// The generated mesh: after updateMesh() the whole of it, otherwise only its
+  /// profile and sizes; a frame keeps no vertices.
   [[nodiscard]] const ShapeMesh& mesh() const { return mesh_; }
   /// Builds the whole mesh as the next frame would show it, without drawing; for
   /// the random sequence it counts as a frame.
@@ -102,7 +103,9 @@ class ShapeView {
   void generate(bool shown);
   void moveSequence(bool shown);
   [[nodiscard]] std::size_t instances() const;
-  void drawView(RasterCanvas& canvas);
+  [[nodiscard]] BackgroundScene backgroundScene() const;
+  void drawBackground(RasterCanvas& canvas, const Matrix4& view, Vec3 eye);
+  void drawShape(RasterCanvas& canvas, const ShapeProjection& projection);
   [[nodiscard]] Handle hitTest(PixelPoint position);
   [[nodiscard]] Handle highlightedHandle() const;
 
@@ -111,12 +114,14 @@ class ShapeView {
   EmitterKind kind_ = EmitterKind::Point;  ///< the last kind that was accepted
   PathRecord profilePath_;                 ///< the path when the kind was set
   ShapeMesh mesh_;
+  ShapeSections sections_;
+  VectorStreams directions_;  ///< empty while Vertex Disperse shows none
   CRandSequence random_;
   ShapeColumns columns_;
   WorkShare share_;
-  std::size_t firstVertices_ = 0;  ///< vertices of the shape without its copies
-  bool meshIsCurrent_ = false;     ///< holds one instance, as the settings make it
-  bool meshChanged_ = false;       ///< since the columns were last brought up to date
+  ShapePainter painter_;
+  bool sectionsAreCurrent_ = false;
+  bool sourceChanged_ = false;  ///< since the columns were last brought up to date
 
   ViewMode mode_ = ViewMode::Perspective;
   ViewCamera camera_;
@@ -129,7 +134,7 @@ class ShapeView {
   std::int32_t width_ = 0;
   std::int32_t height_ = 0;
   float pixelRatio_ = 1.0F;
-  std::vector<std::uint32_t> frame_;
+  ViewFrame frame_;
 };
 
 }  // namespace pv

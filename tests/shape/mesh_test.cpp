@@ -48,13 +48,13 @@ TEST(RandomSequence, JumpsOverAnyNumberOfDraws) {
 
 TEST(RandomSequence, DirectionsFollowItInLanesToo) {
   for (const std::size_t count : {8191U, 8192U, 70'001U, 600'005U}) {
-    MeshSlot slot;
+    VectorStreams directions;
     CRandSequence random;
     CRandSequence walked;
     random.skip(5);
     walked.skip(5);
     WorkShare share(3);
-    drawDirections(slot, count, random, share);
+    drawDirections(directions, count, random, share);
     const auto component = [&] {
       const float a = static_cast<float>(walked.next() % 100001) / 100000.0F;
       return a - static_cast<float>(walked.next() % 100001) / 100000.0F;
@@ -63,7 +63,7 @@ TEST(RandomSequence, DirectionsFollowItInLanesToo) {
       const float x = component();
       const float y = component();
       const Vec3 wanted{x, y, component()};
-      ASSERT_EQ(slot.disperse.at(i), wanted) << i << " of " << count;
+      ASSERT_EQ(directions.at(i), wanted) << i << " of " << count;
     }
     ASSERT_EQ(random.next(), walked.next()) << count;
   }

@@ -1,0 +1,65 @@
+#include "view3d/view_frame.h"
+
+#include "raster/pixel_words.h"
+
+namespace pv {
+
+namespace {
+
+void copyBox(const std::uint32_t* from, std::uint32_t* to, std::int32_t width,
+             const PixelBox& box) {
+  for (std::int32_t y = box.bottom; y < box.top; ++y) {
+    const std::int64_t first = std::int64_t{y} * width + box.left;
+    MMXcpy(to + first, from + first,
+           static_cast<std::size_t>(box.right - box.left) * sizeof(std::uint32_t));
+  }
+}
+
+}  // namespace
+
+bool ViewFrame::begin(const BackgroundScene& scene) {
+  if (isComplete_ && scene == scene_) {
+    return false;
+  }
+  scene_ = scene;
+  covered_ = {};
+  kept_ = {};
+  const auto size = static_cast<std::size_t>(scene.width) * static_cast<std::size_t>(scene.height);
+  isComplete_ = pixels_.resize(size) && background_.resize(size);
+  if (!isComplete_) {
+    pixels_.clear();
+    return false;
+  }
+  MMXDWORDset(pixels_.data(), 0, size);
+  return true;
+}
+
+// Rows of whole cache lines where the width allows it.
+void ViewFrame::cover(const PixelBox& drawn) {
+  constexpr std::int32_t kLine = 16;  // pixels
+  PixelBox box = drawn;
+  box.left = box.left / kLine * kLine;
+  box.right = std::min((box.right + kLine - 1) / kLine * kLine, scene_.width);
+  if (!kept_.contains(box)) {
+    keep(box);
+  }
+  restored_ = box.with(covered_);
+  covered_ = box;
+}
+
+void ViewFrame::restore() {
+  copyBox(background_.data(), pixels_.data(), scene_.width, restored_);
+}
+
+// A little more, since the next box is often a little larger.
+void ViewFrame::keep(const PixelBox& box) {
+  constexpr std::int32_t kMargin = 16;
+  copyBox(background_.data(), pixels_.data(), scene_.width, covered_);
+  kept_ = kept_.with(box);
+  kept_ = {std::max(kept_.left - kMargin, 0), std::max(kept_.bottom - kMargin, 0),
+           std::min(kept_.right + kMargin, scene_.width),
+           std::min(kept_.top + kMargin, scene_.height)};
+  copyBox(pixels_.data(), background_.data(), scene_.width, kept_);
+}
+
+}  // namespace pv

@@ -1,0 +1,290 @@
+// The lines of one column of vertices, several vertices at a time.
+#include "view3d/wire_lines.h"
+
+#include <bit>
+#include <utility>
+
+#include "raster/line_walk.h"
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "view3d/wire_lines.cpp"
+#include "math/simd.h"
+// clang-format off
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+// clang-format on
+
+HWY_BEFORE_NAMESPACE();
+namespace pv::HWY_NAMESPACE {
+
+#if HWY_TARGET == HWY_SCALAR
+
+// Without vectors every vertex draws its two lines, which light their ends too.
+void light(const PixelColumn& /*before*/, const PixelColumn& column, const PixelColumn& after,
+           std::uint32_t chunks, const WireTarget& target) {
+  const auto draw = [&](PixelPoint a, PixelPoint b) {
+    forEachLinePixel(a.x, a.y, b.x, b.y, target.width, target.height,
+                     [&](std::int64_t pixel) { target.set(pixel); });
+  };
+  for (; chunks != 0; chunks &= chunks - 1) {
+    const auto chunk = static_cast<std::size_t>(std::countr_zero(chunks));
+    for (std::size_t i = 0; i < PixelColumn::kChunk; ++i) {
+      const std::size_t k = chunk * PixelColumn::kChunk + i;
+      draw(column.spotAt(k), column.spotAt(k + 1));
+      draw(column.spotAt(k), after.spotAt(k));
+    }
+  }
+}
+
+#else
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Ints = hn::ScalableTag<std::int32_t>;
+using Shorts = hn::Repartition<std::int16_t, Ints>;
+using I = hn::Vec<Ints>;
+using S = hn::Vec<Shorts>;
+
+// Words that hold two halves: x below, y above.
+
+HWY_INLINE I word(S pair) {
+  return hn::BitCast(Ints(), pair);
+}
+HWY_INLINE S halves(I pair) {
+  return hn::BitCast(Shorts(), pair);
+}
+HWY_INLINE I difference(I a, I b) {
+  return word(hn::Sub(halves(a), halves(b)));
+}
+
+/// x + factor * y of every word; factor and product within 16 and 32 bits.
+HWY_INLINE I flattened(I pair, std::int32_t factor) {
+  const Ints d;
+#if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
+  // One instruction there: the products of neighbouring halves, summed.
+  I unused = hn::Zero(d);
+  return hn::ReorderWidenMulAccumulate(d, halves(pair), halves(hn::Set(d, (factor << 16) | 1)),
+                                       hn::Zero(d), unused);
+#else
+  const I x = hn::ShiftRight<16>(hn::ShiftLeft<16>(pair));
+  return hn::Add(x, hn::Mul(hn::ShiftRight<16>(pair), hn::Set(d, factor)));
+#endif
+}
+
+HWY_INLINE hn::Mask<Ints> hasBits(I pair, std::uint32_t bits) {
+  const Ints d;
+  return hn::Ne(hn::And(pair, hn::Set(d, static_cast<std::int32_t>(bits))), hn::Zero(d));
+}
+
+// --- lists -------------------------------------------------------------------
+
+constexpr std::size_t kMostLanes = 64;  // what a compressed store may overshoot
+constexpr std::size_t kMostLines = 2 * VertexBlock::kCapacity;
+
+HWY_INLINE std::size_t append(I values, hn::Mask<Ints> mask, std::int32_t* to) {
+  const Ints d;
+  hn::StoreU(hn::Compress(values, mask), d, to);
+  return hn::CountTrue(d, mask);
+}
+
+/// Lines that wait for their inner pixels: where they start, and how far they go.
+// Left unset: only what was put in is read.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+struct Queue {
+  HWY_ALIGN std::int32_t start[kMostLines + kMostLanes];
+  HWY_ALIGN std::int32_t way[kMostLines + kMostLanes];
+  std::size_t count = 0;
+
+  HWY_INLINE void add(hn::Mask<Ints> mask, I starts, I ways) {
+    append(starts, mask, start + count);
+    count += append(ways, mask, way + count);
+  }
+};
+
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+struct Lists {
+  /// Single pixels: those of vertices and the inner ones of lines up to 3 steps.
+  HWY_ALIGN std::int32_t pixels[VertexBlock::kCapacity + 2 * kMostLines + kMostLanes];
+  std::size_t pixelCount = 0;
+  Queue three;  ///< lines of 2 and 3 steps
+  Queue seven;  ///< 4 to 7 steps
+  Queue more;
+
+  HWY_INLINE void addPixels(I at, hn::Mask<Ints> mask) {
+    pixelCount += append(at, mask, pixels + pixelCount);
+  }
+};
+
+/// Queues the lines of more than one step. Their lengths fall into classes by
+/// the highest bit of either side.
+HWY_INLINE void queueLines(I start, I way, Lists& lists) {
+  const Ints d;
+  const I sides = word(hn::Abs(halves(way)));
+  const auto isLong = hasBits(sides, 0xFFFEFFFEU);
+  if (hn::AllFalse(d, isLong)) {
+    return;
+  }
+  const auto beyondThree = hasBits(sides, 0xFFFCFFFCU);
+  lists.three.add(hn::AndNot(beyondThree, isLong), start, way);
+  if (!hn::AllFalse(d, beyondThree)) {
+    const auto beyondSeven = hasBits(sides, 0xFFF8FFF8U);
+    lists.seven.add(hn::AndNot(beyondSeven, beyondThree), start, way);
+    lists.more.add(beyondSeven, start, way);
+  }
+}
+
+// --- lines of two and three steps --------------------------------------------
+
+// Bresenham's walk from the left end is after i of n steps floor((2 i a + n) / (2 n))
+// pixels away along a side of length a, which for a = n is i itself. So for n up
+// to 3 a side has gone one pixel after the first step if a >= n - 1, otherwise
+// none, and after the second of three a pixel less than it will in the end.
+HWY_INLINE void walkThree(Lists& lists, std::int32_t width) {
+  const Ints d;
+  const Shorts ds;
+  for (std::size_t i = 0; i < lists.three.count; i += hn::Lanes(d)) {
+    const I start = hn::Load(d, lists.three.start + i);
+    const I way = hn::Load(d, lists.three.way + i);
+    const I leftward = hn::BroadcastSignBit(hn::ShiftLeft<16>(way));
+    const I left = hn::Add(start, hn::And(leftward, flattened(way, width)));
+    const S rightWay = hn::Sub(hn::Xor(halves(way), halves(leftward)), halves(leftward));
+    const S sides = hn::Abs(rightWay);
+    const I swapped = hn::Or(hn::ShiftLeft<16>(word(sides)), hn::ShiftRight<16>(word(sides)));
+    const S steps = hn::Max(sides, halves(swapped));
+    const S unit = hn::Or(hn::BroadcastSignBit(rightWay), hn::Set(ds, 1));
+    const S first = hn::IfThenElseZero(hn::Gt(sides, hn::Sub(steps, hn::Set(ds, 2))), unit);
+    const S second = hn::Sub(rightWay, first);
+    const auto inUse = hn::FirstN(d, lists.three.count - i);
+    const auto hasSecond = hn::And(inUse, hn::Eq(word(steps), hn::Set(d, 0x00030003)));
+    lists.addPixels(hn::Add(left, flattened(word(first), width)), inUse);
+    lists.addPixels(hn::Add(left, flattened(word(second), width)), hasSecond);
+  }
+}
+
+// --- longer lines ------------------------------------------------------------
+
+// All look-ups of a line stand before its stores, of which the compiler cannot
+// know that they do not reach the table. The target is passed by value for the
+// same reason: its members then stay in registers.
+template <std::size_t... kInner>
+HWY_INLINE void walkSeven(Queue& queue, const WireTarget target,
+                          std::index_sequence<kInner...> /*inner*/) {
+  const Ints d;
+  const I middle = hn::Set(d, ShortLines::kReach * ShortLines::kSide + ShortLines::kReach);
+  for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
+    const I way = hn::Load(d, queue.way + i);
+    hn::Store(hn::Add(flattened(way, ShortLines::kSide), middle), d, queue.way + i);
+  }
+  for (std::size_t i = 0; i < queue.count; ++i) {
+    const std::int32_t* inner = (*target.shortLines)[queue.way[i]].data();
+    const std::int64_t start = queue.start[i];
+    const std::int64_t pixels[] = {start + inner[kInner]...};
+    (target.set(pixels[kInner]), ...);
+  }
+}
+
+void walkMore(const Queue& queue, const WireTarget target) {
+  for (std::size_t i = 0; i < queue.count; ++i) {
+    const std::int64_t dx = static_cast<std::int16_t>(queue.way[i] & 0xFFFF);
+    const std::int64_t dy = queue.way[i] >> 16;
+    const std::int64_t start = queue.start[i];
+    const LineSegment line = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
+    if (dy == 0) {
+      for (std::int64_t x = line.x1; x < line.x2; ++x) {
+        target.set(start + x);
+      }
+    } else {
+      walkLine(line, target.width,
+               [target, start](std::int64_t pixel) { target.set(start + pixel); });
+    }
+  }
+}
+
+// --- a column ----------------------------------------------------------------
+
+/// Whether one of a vertex' four lines lights its pixel.
+HWY_INLINE hn::Mask<Ints> isLit(I up, I on, I down, I back) {
+  const Ints d;
+  const I rises = hn::Or(hn::Or(up, on), hn::Or(down, back));
+  const S furthest = hn::Max(hn::Max(halves(up), halves(on)), hn::Max(halves(down), halves(back)));
+  const S right = hn::Max(furthest, hn::Zero(Shorts()));
+  const I lowHalf = hn::Set(d, 0xFFFF);
+  return hn::Ne(hn::Or(hn::AndNot(lowHalf, rises), hn::And(lowHalf, word(right))), hn::Zero(d));
+}
+
+HWY_INLINE void lightPixels(const std::int32_t* at, std::size_t count, std::uint8_t* lit) {
+  for (std::size_t i = 0; i < count; ++i) {
+    lit[static_cast<std::uint32_t>(at[i])] = kLit;
+  }
+}
+
+void light(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
+           std::uint32_t chunks, const WireTarget& target) {
+  const Ints d;
+  Lists lists;
+  for (; chunks != 0; chunks &= chunks - 1) {
+    const auto chunk = static_cast<std::size_t>(std::countr_zero(chunks));
+    const std::size_t first = PixelColumn::kLead + chunk * PixelColumn::kChunk;
+    for (std::size_t i = first; i < first + PixelColumn::kChunk; i += hn::Lanes(d)) {
+      const I spot = hn::Load(d, column.spots + i);
+      const I up = difference(hn::LoadU(d, column.spots + i + 1), spot);
+      const I on = difference(hn::Load(d, after.spots + i), spot);
+      const I down = difference(hn::LoadU(d, column.spots + i - 1), spot);
+      const I back = difference(hn::Load(d, before.spots + i), spot);
+      const I start = flattened(spot, target.width);
+      lists.addPixels(start, isLit(up, on, down, back));
+      queueLines(start, up, lists);
+      queueLines(start, on, lists);
+    }
+  }
+  walkThree(lists, target.width);
+  lightPixels(lists.pixels, lists.pixelCount, target.lit);
+  walkSeven(lists.seven, target, std::make_index_sequence<ShortLines::kMost>());
+  walkMore(lists.more, target);
+}
+
+#endif
+
+}  // namespace pv::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace pv {
+
+HWY_EXPORT(light);
+
+void ShortLines::setWidth(std::int32_t width) {
+  if (width == width_) {
+    return;
+  }
+  width_ = width;
+  for (std::int32_t dy = -kReach; dy <= kReach; ++dy) {
+    for (std::int32_t dx = -kReach; dx <= kReach; ++dx) {
+      std::array<std::int32_t, kReach + 1> walked{};
+      std::size_t count = 0;
+      const LineSegment line = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
+      walkLine(line, width,
+               [&](std::int64_t pixel) { walked[count++] = static_cast<std::int32_t>(pixel); });
+      if (count < 3) {
+        continue;
+      }
+      Inner& inner =
+          lines_[static_cast<std::size_t>(std::int64_t{dy + kReach} * kSide + dx + kReach)];
+      for (std::size_t i = 0; i < kMost; ++i) {
+        inner[i] = walked[i + 2 < count ? i + 1 : 1];
+      }
+    }
+  }
+}
+
+void lightColumn(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
+                 std::uint32_t chunks, const WireTarget& target) {
+  if (chunks != 0) {
+    HWY_DYNAMIC_DISPATCH(light)(before, column, after, chunks, target);
+  }
+}
+
+}  // namespace pv
+
+#endif

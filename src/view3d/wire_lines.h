@@ -1,0 +1,54 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "view3d/pixel_column.h"
+#include "view3d/wire_mask.h"
+
+namespace pv {
+
+/// The pixels strictly between the ends of a line of up to seven steps, as
+/// distances from the end where one stands, in a frame of a given width.
+class ShortLines {
+ public:
+  static constexpr std::int32_t kReach = 7;
+  static constexpr std::int32_t kSide = 16;
+  static constexpr std::size_t kMost = kReach - 1;  ///< shorter lines repeat a pixel
+  using Inner = std::array<std::int32_t, 8>;
+
+  /// Makes the table, unless it is for this width already.
+  void setWidth(std::int32_t width);
+  /// The line to (dx, dy) has the index (dy + kReach) * kSide + dx + kReach.
+  [[nodiscard]] const Inner& operator[](std::int32_t index) const {
+    return lines_[static_cast<std::size_t>(index)];
+  }
+
+ private:
+  std::int32_t width_ = 0;
+  std::array<Inner, static_cast<std::size_t>(kSide) * kSide> lines_{};
+};
+
+/// Where one thread collects the pixels of wires: a byte a pixel, row by row.
+struct WireTarget {
+  std::uint8_t* lit;
+  std::int32_t width;
+  std::int32_t height;
+  const ShortLines* shortLines;
+
+  void set(std::int64_t pixel) const { lit[pixel] = kLit; }
+};
+
+/// Lights what belongs to the middle column in the chunks of `chunks`: its lines
+/// up along the column and on to the next one, and the pixels of its vertices.
+/// In these chunks and around them all three columns lie on the canvas.
+///
+/// Where all ends are on the canvas a vertex' own pixel is lit exactly when one
+/// of its four lines lights it: a line that is not horizontal lights both ends,
+/// a horizontal one its left end, and one without length none. So each vertex
+/// takes one store at most, and a line adds only the pixels between its ends.
+void lightColumn(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
+                 std::uint32_t chunks, const WireTarget& target);
+
+}  // namespace pv

@@ -1,0 +1,124 @@
+#include "view3d/wire_mask.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "view3d/wire_mask.cpp"
+#include "math/simd.h"
+// clang-format off
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+// clang-format on
+
+#ifndef PV_VIEW3D_WIRE_MASK_ONCE
+#define PV_VIEW3D_WIRE_MASK_ONCE
+namespace pv {
+inline constexpr std::size_t kMostMasks = 8;
+}
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace pv::HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+/// Where something begins in a row that is painted.
+struct Row {
+  std::uint32_t* pixels;
+  const std::uint32_t* background;
+  std::array<std::int8_t*, kMostMasks> masks;
+};
+
+/// Pixels from `x` on, as many as the tag has lanes.
+template <class D, std::size_t kMasks>
+HWY_INLINE void paintSome(D d, std::uint32_t colour, const Row& row, std::size_t x) {
+  const hn::Rebind<std::int8_t, D> bytes;
+  const hn::RebindToSigned<D> words;
+  auto lit = hn::LoadU(bytes, row.masks[0] + x);
+  hn::StoreU(hn::Zero(bytes), bytes, row.masks[0] + x);
+  for (std::size_t m = 1; m < kMasks; ++m) {
+    lit = hn::Or(lit, hn::LoadU(bytes, row.masks[m] + x));
+    hn::StoreU(hn::Zero(bytes), bytes, row.masks[m] + x);
+  }
+  const auto isLit = hn::BitCast(d, hn::PromoteTo(words, lit));  // all bits or none
+  const auto under = hn::LoadU(d, row.background + x);
+  const auto ink = hn::Set(d, colour);
+  hn::StoreU(hn::Or(hn::And(isLit, ink), hn::AndNot(isLit, under)), d, row.pixels + x);
+}
+
+template <std::size_t kMasks>
+void paintBox(const PaintJob& job) {
+  const hn::ScalableTag<std::uint32_t> d;
+  const hn::CappedTag<std::uint32_t, 1> single;
+  const auto width = static_cast<std::size_t>(job.box.right - job.box.left);
+  const std::uint32_t colour = job.colour;
+  for (std::int32_t y = job.box.bottom; y < job.box.top; ++y) {
+    const std::int64_t first = std::int64_t{y} * job.width + job.box.left;
+    Row row{job.pixels + first, job.background + first, {}};
+    for (std::size_t m = 0; m < kMasks; ++m) {
+      row.masks[m] = reinterpret_cast<std::int8_t*>(job.masks[m].lit() + first);
+    }
+    std::size_t x = 0;
+    for (; x + hn::Lanes(d) <= width; x += hn::Lanes(d)) {
+      paintSome<decltype(d), kMasks>(d, colour, row, x);
+    }
+    for (; x < width; ++x) {
+      paintSome<decltype(single), kMasks>(single, colour, row, x);
+    }
+  }
+}
+
+/// One form for every number of masks, so that a pixel takes no loop.
+template <std::size_t... kMasks>
+HWY_INLINE void paintBoxOf(const PaintJob& job, std::index_sequence<kMasks...> /*most*/) {
+  const std::size_t count = job.masks.size();
+  ((count == kMasks + 1 ? paintBox<kMasks + 1>(job) : void()), ...);
+}
+
+void paint(const PaintJob& job) {
+  paintBoxOf(job, std::make_index_sequence<kMostMasks>());
+}
+
+}  // namespace pv::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace pv {
+
+HWY_EXPORT(paint);
+
+bool WireMask::resize(std::int32_t width, std::int32_t height) {
+  if (width == width_ && height == height_) {
+    return true;
+  }
+  reach_.clear();
+  const auto size = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+  const bool fits = lit_.resize(size);
+  width_ = fits ? width : 0;
+  height_ = fits ? height : 0;
+  std::fill_n(lit_.data(), lit_.size(), std::uint8_t{0});
+  return fits;
+}
+
+PixelBox WireMask::box() const {
+  PixelBox box{width_, height_, 0, 0};
+  for (std::size_t lane = 0; lane < PixelReach::kLanes; lane += 2) {
+    box.left = std::min<std::int32_t>(box.left, reach_.low[lane]);
+    box.bottom = std::min<std::int32_t>(box.bottom, reach_.low[lane + 1]);
+    box.right = std::max<std::int32_t>(box.right, reach_.high[lane] + 1);
+    box.top = std::max<std::int32_t>(box.top, reach_.high[lane + 1] + 1);
+  }
+  return {std::max(box.left, 0), std::max(box.bottom, 0), std::min(box.right, width_),
+          std::min(box.top, height_)};
+}
+
+void paintMasks(const PaintJob& job) {
+  HWY_DYNAMIC_DISPATCH(paint)(job);
+}
+
+}  // namespace pv
+
+#endif

@@ -47,8 +47,15 @@ void ShapeColumns::update(const Source& source, const ModifierTable& values,
   for (std::size_t k = 0; k < instances_; ++k) {
     copies_[k] = {instanceTransform(step, static_cast<std::int32_t>(k)), shapeTransform_};
   }
-  if (exists && !eachAnew_ && !firstIsShaped_) {
+  const bool isStored = exists && !eachAnew_;
+  if (!isStored || !firstIsShaped_ || copies == 0) {
+    patches_.clear();
+  }
+  if (isStored && !firstIsShaped_) {
     shapeFirstInstance(share);
+  }
+  if (isStored && copies > 0 && patches_.empty()) {
+    boxPatches(share);
   }
 }
 
@@ -78,6 +85,17 @@ void ShapeColumns::shapeFirstInstance(WorkShare& share) {
   firstIsShaped_ = true;
 }
 
+void ShapeColumns::boxPatches(WorkShare& share) {
+  constexpr std::size_t kWorthIt = 4096;  // vertices; fewer are drawn as quickly as tested
+  if (instances_ == 0 || rows_ * columns_ < kWorthIt || !patches_.prepare(rows_, columns_)) {
+    return;
+  }
+  const std::size_t groups = (columns_ + PatchBoxes::kColumns - 1) / PatchBoxes::kColumns;
+  share.run(groups, [&](std::size_t group, unsigned) {
+    patches_.fill(shaped_, group * PatchBoxes::kColumns);
+  });
+}
+
 void ShapeColumns::deform(VertexBlock& block, std::size_t firstDirection, std::size_t count) const {
   apply(vertexTransform_, block, count);
   VertexBlock directions;
@@ -90,19 +108,22 @@ void ShapeColumns::deform(VertexBlock& block, std::size_t firstDirection, std::s
 
 ColumnVertices ShapeColumns::vertices(std::size_t instance, std::size_t column, std::size_t first,
                                       std::size_t count, VertexBlock& block) const {
-  const std::span<const InstanceTransform> transforms = copies_[instance];
   if (eachAnew_) {
     sections_->vertices(column, first, count, block);
     if (instance > 0) {
-      apply(transforms[0], block, count);
+      apply(copies_[instance][0], block, count);
     }
     deform(block, (instance * columns_ + column) * rows_ + first, count);
-    return {block.x, block.y, block.z, count, transforms.last(1)};
+    return {block.x, block.y, block.z, count, std::span(copies_[instance]).last(1)};
   }
   const std::size_t at = column * VertexBlock::padded(rows_) + first;
-  const std::size_t skipped = instance > 0 ? 0 : 1;
   return {shaped_.x.data() + at, shaped_.y.data() + at, shaped_.z.data() + at, count,
-          transforms.subspan(skipped, 2 - skipped - (shapeFirst_ ? 1 : 0))};
+          transforms(instance)};
+}
+
+std::span<const InstanceTransform> ShapeColumns::transforms(std::size_t instance) const {
+  const std::size_t skipped = instance > 0 ? 0 : 1;
+  return std::span(copies_[instance]).subspan(skipped, 2 - skipped - (shapeFirst_ ? 1 : 0));
 }
 
 }  // namespace pv

@@ -6,6 +6,7 @@
 
 #include "shape/duplicates.h"
 #include "shape/modifiers.h"
+#include "shape/patch_boxes.h"
 #include "shape/sections.h"
 #include "shape/shape_mesh.h"
 #include "shape/vertex_kernels.h"
@@ -55,8 +56,14 @@ class ShapeColumns {
   [[nodiscard]] ColumnVertices vertices(std::size_t instance, std::size_t column, std::size_t first,
                                         std::size_t count, VertexBlock& block) const;
 
+  /// Boxes around the stored vertices, there when several copies share them.
+  [[nodiscard]] const PatchBoxes& patches() const { return patches_; }
+  /// What stored vertices, and their boxes, still go through in an instance.
+  [[nodiscard]] std::span<const InstanceTransform> transforms(std::size_t instance) const;
+
  private:
   void shapeFirstInstance(WorkShare& share);
+  void boxPatches(WorkShare& share);
   void deform(VertexBlock& block, std::size_t firstDirection, std::size_t count) const;
 
   const ShapeSections* sections_ = nullptr;
@@ -68,13 +75,14 @@ class ShapeColumns {
   ModifierTable values_;
   bool eachAnew_ = false;       ///< the modifiers work on every copy, not on the first alone
   bool shapeFirst_ = false;     ///< the shape transform stands before the copies
-  bool firstIsShaped_ = false;  ///< shaped_ is up to date
+  bool firstIsShaped_ = false;  ///< shaped_ is up to date, and so are patches_ if any
   InstanceTransform vertexTransform_;
   InstanceTransform shapeTransform_;
   /// For each instance its own transform, then that of the shape.
   std::array<std::array<InstanceTransform, 2>, kMaxDuplicateCopies + 1> copies_;
   /// The first instance as far as all copies share it; columns of whole chunks.
   VectorStreams shaped_;
+  PatchBoxes patches_;
 };
 
 }  // namespace pv

@@ -33,6 +33,8 @@ class ShapePainter {
  private:
   bool begin(const RasterCanvas& canvas, const ShapeColumns& shape, std::size_t masks);
   PixelBox end();
+  /// Gives every mask what any of them has lit.
+  void shareLit(const PixelBox& box, std::int32_t width);
 
   std::vector<WireMask> masks_;  ///< one a thread
   PixelBox box_;

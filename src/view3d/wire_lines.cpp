@@ -4,6 +4,7 @@
 #include <bit>
 #include <utility>
 
+#include "math/pack_order.h"
 #include "raster/line_walk.h"
 
 #undef HWY_TARGET_INCLUDE
@@ -81,10 +82,21 @@ HWY_INLINE hn::Mask<Ints> hasBits(I pair, std::uint32_t bits) {
 constexpr std::size_t kMostLanes = 64;  // what a compressed store may overshoot
 constexpr std::size_t kMostLines = 2 * VertexBlock::kCapacity;
 
+/// Stores the chosen lanes one behind the other, then anything up to a whole
+/// vector. Returns their number.
 HWY_INLINE std::size_t append(I values, hn::Mask<Ints> mask, std::int32_t* to) {
   const Ints d;
-  hn::StoreU(hn::Compress(values, mask), d, to);
-  return hn::CountTrue(d, mask);
+  if constexpr (hn::MaxLanes(Ints()) > 8) {
+    hn::StoreU(hn::Compress(values, mask), d, to);
+    return hn::CountTrue(d, mask);
+  } else {
+    // The library's own form makes a copy of its table each time with some compilers.
+    std::uint8_t bits[8] = {};
+    hn::StoreMaskBits(d, mask, bits);
+    const auto order = hn::SetTableIndices(d, kPackOrder[bits[0]].data());
+    hn::StoreU(hn::TableLookupLanes(values, order), d, to);
+    return static_cast<std::size_t>(std::popcount(bits[0]));
+  }
 }
 
 /// Lines that wait for their inner pixels: where they start, and how far they go.

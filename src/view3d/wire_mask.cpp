@@ -96,7 +96,7 @@ bool WireMask::resize(std::int32_t width, std::int32_t height) {
   }
   reach_.clear();
   const auto size = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-  const bool fits = lit_.resize(size);
+  const bool fits = lit_.resize(size + kReadable);
   width_ = fits ? width : 0;
   height_ = fits ? height : 0;
   std::fill_n(lit_.data(), lit_.size(), std::uint8_t{0});

@@ -19,10 +19,13 @@ class WireMask {
   /// For a frame of this size; false without memory. Nothing is lit afterwards.
   [[nodiscard]] bool resize(std::int32_t width, std::int32_t height);
 
+  /// Row by row; kReadable more bytes may be read.
   [[nodiscard]] std::uint8_t* lit() { return lit_.data(); }
   [[nodiscard]] PixelReach& reach() { return reach_; }
   /// Everything that is lit lies in here.
   [[nodiscard]] PixelBox box() const;
+
+  static constexpr std::size_t kReadable = 64;
 
  private:
   Buffer<std::uint8_t> lit_;

@@ -3,7 +3,7 @@
 #include "view3d/wire_projection.h"
 
 #include <algorithm>
-#include <array>
+#include <bit>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "view3d/wire_projection.cpp"
@@ -152,8 +152,8 @@ HWY_INLINE void projectWide(const Road<Form, kSteps>& road, std::size_t chunk, P
 // A conversion that is cut off, or of what is not a number, ends near one of the
 // two ends of the 32 bits. A pixel of it is off the canvas, wrapped or not.
 template <class Form, std::size_t kSteps>
-HWY_INLINE void projectBy(const ColumnVertices& from, const PixelMap& map, PixelColumn& out,
-                          PixelReach& kept) {
+HWY_INLINE void projectBy(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
+                          PixelColumn& out, PixelReach& kept) {
   const Ints d;
   const hn::RebindToUnsigned<Ints> words;
   const Road<Form, kSteps> road{from, map};
@@ -161,7 +161,9 @@ HWY_INLINE void projectBy(const ColumnVertices& from, const PixelMap& map, Pixel
   const auto height = hn::Set(words, static_cast<std::uint32_t>(map.height));
   Reach reach(kept);
   std::uint32_t inside = 0;
-  for (std::size_t chunk = 0; chunk < from.count; chunk += PixelColumn::kChunk) {
+  for (; chunks != 0; chunks &= chunks - 1) {
+    const auto index = static_cast<std::size_t>(std::countr_zero(chunks));
+    const std::size_t chunk = index * PixelColumn::kChunk;
     bool isInside = true;
     for (std::size_t i = chunk; i < chunk + PixelColumn::kChunk; i += hn::Lanes(d)) {
       const Spot spot = road.spot(i);
@@ -176,7 +178,7 @@ HWY_INLINE void projectBy(const ColumnVertices& from, const PixelMap& map, Pixel
                                                     hn::RebindMask(d, spot.visible)));
     }
     if (isInside) {
-      inside |= 1U << (chunk / PixelColumn::kChunk);
+      inside |= 1U << index;
     } else {
       projectWide(road, chunk, out);
     }
@@ -186,23 +188,24 @@ HWY_INLINE void projectBy(const ColumnVertices& from, const PixelMap& map, Pixel
 }
 
 template <class Form>
-HWY_INLINE void projectAfter(const ColumnVertices& from, const PixelMap& map, PixelColumn& out,
-                             PixelReach& reach) {
+HWY_INLINE void projectAfter(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
+                             PixelColumn& out, PixelReach& reach) {
   switch (from.transforms.size()) {
     case 0:
-      return projectBy<Form, 0>(from, map, out, reach);
+      return projectBy<Form, 0>(from, chunks, map, out, reach);
     case 1:
-      return projectBy<Form, 1>(from, map, out, reach);
+      return projectBy<Form, 1>(from, chunks, map, out, reach);
     default:
-      return projectBy<Form, 2>(from, map, out, reach);
+      return projectBy<Form, 2>(from, chunks, map, out, reach);
   }
 }
 
-void project(const ColumnVertices& from, const PixelMap& map, PixelColumn& out, PixelReach& reach) {
+void project(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
+             PixelColumn& out, PixelReach& reach) {
   if (map.projection.mode == ViewMode::Perspective) {
-    projectAfter<PerspectiveForm>(from, map, out, reach);
+    projectAfter<PerspectiveForm>(from, chunks, map, out, reach);
   } else {
-    projectAfter<FlatForm>(from, map, out, reach);
+    projectAfter<FlatForm>(from, chunks, map, out, reach);
   }
 }
 
@@ -246,22 +249,18 @@ void projectRest(const ColumnVertices& from, const PixelMap& map, std::size_t ch
 
 }  // namespace
 
-void projectColumn(const ColumnVertices& vertices, const PixelMap& map, PixelColumn& column,
-                   PixelReach& reach) {
-  HWY_DYNAMIC_DISPATCH(project)(vertices, map, column, reach);
-  const std::size_t end = VertexBlock::padded(vertices.count);
-  const std::size_t chunks = end / PixelColumn::kChunk;
-  bool allInside = true;
-  for (std::size_t chunk = 0; chunk < chunks; ++chunk) {
-    if (!column.isInside(chunk)) {
+void projectColumn(const ColumnVertices& vertices, std::uint32_t chunks, const PixelMap& map,
+                   PixelColumn& column, PixelReach& reach) {
+  HWY_DYNAMIC_DISPATCH(project)(vertices, chunks, map, column, reach);
+  if (const std::uint32_t wide = chunks & ~column.inside; wide != 0) {
+    for (std::uint32_t left = wide; left != 0; left &= left - 1) {
+      const auto chunk = static_cast<std::size_t>(std::countr_zero(left));
       projectRest(vertices, map, chunk * PixelColumn::kChunk, column);
-      allInside = false;
     }
-  }
-  if (!allInside) {  // lines may then reach any pixel
-    reach.include(0, 0);
+    reach.include(0, 0);  // lines may then reach any pixel
     reach.include(map.width - 1, map.height - 1);
   }
+  const std::size_t end = VertexBlock::padded(vertices.count);
   column.spots[PixelColumn::kLead - 1] = column.spots[PixelColumn::kLead];
   column.spots[PixelColumn::kLead + end] = column.spots[PixelColumn::kLead + end - 1];
 }

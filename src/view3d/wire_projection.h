@@ -24,9 +24,9 @@ struct PixelMap {
 
 /// Transforms and projects a stretch of a column in one pass, to the bit as
 /// D3DXVec3Transform and ShapeProjection::map do one vertex after the other, and
-/// adds the positions on the canvas to `reach`. May be called by several threads
-/// with one map.
-void projectColumn(const ColumnVertices& vertices, const PixelMap& map, PixelColumn& column,
-                   PixelReach& reach);
+/// adds the positions on the canvas to `reach`: those of the chunks in `chunks`, the
+/// others count as off the canvas. May be called by several threads with one map.
+void projectColumn(const ColumnVertices& vertices, std::uint32_t chunks, const PixelMap& map,
+                   PixelColumn& column, PixelReach& reach);
 
 }  // namespace pv

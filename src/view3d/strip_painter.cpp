@@ -1,0 +1,102 @@
+#include "view3d/strip_painter.h"
+
+#include <algorithm>
+
+#include "raster/line_walk.h"
+#include "view3d/hidden_patches.h"
+
+namespace pv {
+
+void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) {
+  strip_ = strip;
+  loadedChunks_ = 0;
+  const PatchBoxes& patches = shape_.patches();
+  if (patches.empty() || strip.instance == 0) {
+    drawGroup(strip.chunks(), begin, end);
+    return;
+  }
+  for (std::size_t c = begin; c < end; c += PatchBoxes::kColumns) {
+    const std::size_t chunks = VertexBlock::padded(strip.count) / VertexBlock::kStep;
+    const std::uint32_t visible =
+        visiblePatches(patches.group(c), strip.first / VertexBlock::kStep, chunks,
+                       shape_.transforms(strip.instance), map_, target_.lit);
+    if (visible != 0) {
+      drawGroup(visible, c, std::min(c + PatchBoxes::kColumns, end));
+    }
+  }
+}
+
+// The chunks above and below are loaded as well, for the neighbours they hold.
+// Columns that the group before has loaded are used again where that is enough.
+void StripPainter::drawGroup(std::uint32_t chunks, std::size_t begin, std::size_t end) {
+  const std::size_t last = shape_.columns() - 1;
+  const std::uint32_t needed = (chunks | chunks << 1U | chunks >> 1U) & strip_.chunks();
+  std::uint32_t quickBefore = ~std::uint32_t{0};
+  if (nextColumn_ != begin + 1 || (needed & ~loadedChunks_) != 0) {
+    loadedChunks_ = needed;
+    load(begin == 0 ? 0 : begin - 1, needed);
+    load(begin, needed);
+  }
+  for (std::size_t c = begin; c < end; ++c) {
+    if (c < last) {
+      load(c + 1, loadedChunks_);
+    }
+    quickBefore = drawColumn(c, chunks, quickBefore);
+  }
+  nextColumn_ = end + 1;
+}
+
+void StripPainter::load(std::size_t column, std::uint32_t chunks) {
+  const ColumnVertices vertices =
+      shape_.vertices(strip_.instance, column, strip_.first, strip_.count, block_);
+  projectColumn(vertices, chunks, map_, at(column), reach_);
+}
+
+// Chunks that lie on the canvas with all their neighbours go the quick way, the
+// others line by line. Returns the chunks of the quick way.
+std::uint32_t StripPainter::drawColumn(std::size_t c, std::uint32_t chunks,
+                                       std::uint32_t quickBefore) {
+  const PixelColumn& before = at(c == 0 ? 0 : c - 1);
+  const PixelColumn& column = at(c);
+  const PixelColumn& after = at(std::min(c + 1, shape_.columns() - 1));
+  const std::uint32_t off = ~column.inside & strip_.chunks();
+  const std::uint32_t outside = ~(before.inside & column.inside & after.inside);
+  const std::uint32_t quick = chunks & ~(outside | off >> 1U | off << 1U);
+  lightColumn(before, column, after, quick, target_);
+  if (quick != chunks) {
+    for (std::size_t k = 0; k < strip_.count; ++k) {
+      const std::size_t chunk = k / PixelColumn::kChunk;
+      if (((chunks & ~quick) >> chunk & 1U) != 0) {
+        drawLinesOf(k, before, column, after, (quickBefore >> chunk & 1U) != 0);
+      }
+    }
+  }
+  return quick;
+}
+
+// Whole lines, since a neighbour that goes the quick way lights only its own
+// pixel. The lines back are left out where the column before drew them whole.
+void StripPainter::drawLinesOf(std::size_t k, const PixelColumn& before, const PixelColumn& column,
+                               const PixelColumn& after, bool back) {
+  const PixelPoint here = column.at(k);
+  if (k + 1 < strip_.count) {
+    drawLine(here, column.at(k + 1));
+  }
+  if (k > 0 && k % PixelColumn::kChunk == 0) {
+    drawLine(column.at(k - 1), here);
+  }
+  drawLine(here, after.at(k));
+  if (back) {
+    drawLine(before.at(k), here);
+  }
+}
+
+void StripPainter::drawLine(PixelPoint a, PixelPoint b) {
+  if (a == b || a.x == kInvisible || b.x == kInvisible) {
+    return;
+  }
+  forEachLinePixel(a.x, a.y, b.x, b.y, target_.width, target_.height,
+                   [target = target_](std::int64_t pixel) { target.set(pixel); });
+}
+
+}  // namespace pv

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "shape/shape_columns.h"
+#include "view3d/pixel_column.h"
+#include "view3d/wire_lines.h"
+#include "view3d/wire_projection.h"
+
+namespace pv {
+
+/// Vertices first..first + count - 1 of every column of an instance; `first` starts
+/// a chunk.
+struct Strip {
+  std::size_t instance = 0;
+  std::size_t first = 0;
+  std::size_t count = 0;
+
+  /// Bits of all its chunks.
+  [[nodiscard]] std::uint32_t chunks() const {
+    return ~std::uint32_t{0} >> (32 - VertexBlock::padded(count) / VertexBlock::kStep);
+  }
+};
+
+/// Collects the wires of strips column by column. Only three columns of pixel
+/// positions exist at a time, so that they stay in the nearest cache.
+class StripPainter {
+ public:
+  StripPainter(const ShapeColumns& shape, const PixelMap& map, const WireTarget& target,
+               PixelReach& reach)
+      : shape_(shape), map_(map), target_(target), reach_(reach) {}
+
+  /// The columns from `begin` to `end`, with the lines to the one behind; as far as
+  /// they can still light a pixel. `begin` starts a group of patches.
+  void draw(const Strip& strip, std::size_t begin, std::size_t end);
+
+ private:
+  void drawGroup(std::uint32_t chunks, std::size_t begin, std::size_t end);
+  void load(std::size_t column, std::uint32_t chunks);
+  std::uint32_t drawColumn(std::size_t column, std::uint32_t chunks, std::uint32_t quickBefore);
+  void drawLinesOf(std::size_t k, const PixelColumn& before, const PixelColumn& column,
+                   const PixelColumn& after, bool back);
+  void drawLine(PixelPoint a, PixelPoint b);
+  [[nodiscard]] PixelColumn& at(std::size_t column) { return columns_[column % columns_.size()]; }
+
+  const ShapeColumns& shape_;
+  const PixelMap& map_;
+  const WireTarget& target_;
+  PixelReach& reach_;
+  Strip strip_;
+  VertexBlock block_;
+  std::array<PixelColumn, 3> columns_;
+  std::size_t nextColumn_ = 0;      ///< the first that is not loaded behind those that are
+  std::uint32_t loadedChunks_ = 0;  ///< of the columns that are loaded; none at first
+};
+
+}  // namespace pv

@@ -1,34 +1,18 @@
 #include <benchmark/benchmark.h>
 
-#include "raster/raster_canvas.h"
-#include "scenes.h"
+#include "ours.h"
 #include "stages.h"
-#include "view3d/frame_shape.h"
 
 namespace pv::bench {
 
 namespace {
 
-struct Canvas {
-  explicit Canvas(FrameSize size)
-      : pixels(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height)),
-        canvas(pixels.data(), size.width, size.height) {
-    projector.setSize(size.width, size.height);
-  }
-  std::vector<std::uint32_t> pixels;
-  RasterCanvas canvas;
-  ViewProjector projector;
-};
+using MakeJob = Job (*)(const ShapeRecord& shape, FrameSize size);
 
-void measureDrawing(benchmark::State& state, const Scene& scene, FrameSize size) {
-  SceneView scenery(scene, size);
-  const ShapeColumns& columns = scenery.view.updateColumns();
-  const ShapeProjection projection = benchProjection(size);
-  Canvas target(size);
-  WorkShare share;
+void measure(benchmark::State& state, MakeJob make, const Scene& scene, FrameSize size) {
+  const Job job = make(makeShape(scene), size);
   for (auto _ : state) {
-    target.canvas.clear(0);
-    drawShapeLines(target.canvas, columns, target.projector, projection, share);
+    job.run();
     benchmark::ClobberMemory();
   }
 }
@@ -36,12 +20,19 @@ void measureDrawing(benchmark::State& state, const Scene& scene, FrameSize size)
 }  // namespace
 
 void registerDrawingStages() {
-  for (const Scene& scene : allScenes()) {
-    for (const FrameSize size : kFrameSizes) {
-      const std::string place = scene.name + "/" + size.name();
-      benchmark::RegisterBenchmark(("draw/" + place).c_str(), measureDrawing, scene, size)
-          ->Unit(benchmark::kMillisecond)
-          ->MeasureProcessCPUTime();
+  struct Stage {
+    const char* name;
+    MakeJob make;
+  };
+  for (const Stage stage :
+       {Stage{"draw", ourDrawing}, Stage{"frame", ourFrame}, Stage{"still-frame", ourStillFrame}}) {
+    for (const Scene& scene : allScenes()) {
+      for (const FrameSize size : kFrameSizes) {
+        const std::string name = stage.name + ("/" + scene.name) + "/" + size.name();
+        benchmark::RegisterBenchmark(name.c_str(), measure, stage.make, scene, size)
+            ->Unit(benchmark::kMillisecond)
+            ->MeasureProcessCPUTime();
+      }
     }
   }
 }

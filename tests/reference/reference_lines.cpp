@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
-#include <vector>
 
 namespace pv::reference {
 
@@ -139,14 +138,15 @@ void drawLine(const Picture& picture, std::int64_t x1, std::int64_t y1, std::int
   }
 }
 
-void drawMeshLines(Frame& frame, const Picture& picture, const Projection& projection) {
-  const std::vector<Vertex>& vertices = frame.mesh.vertices;
-  std::vector<Spot>& spots = frame.spots;
-  spots.resize(vertices.size());
+void projectVertices(std::vector<Spot>& spots, const Mesh& mesh, const Projection& projection) {
+  spots.resize(mesh.vertices.size());
   for (std::size_t i = 0; i < spots.size(); ++i) {
-    spots[i] = projection.map(vertices[i].position);
+    spots[i] = projection.map(mesh.vertices[i].position);
   }
-  for (const Line& line : frame.mesh.lines) {
+}
+
+void drawMeshLines(const Picture& picture, const Mesh& mesh, const std::vector<Spot>& spots) {
+  for (const Line& line : mesh.lines) {
     const Spot& a = spots[line.first];
     const Spot& b = spots[line.second];
     if (a.visible && b.visible) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <vector>
 
 #include "math/matrix4.h"
 #include "math/scalar.h"
@@ -55,8 +56,10 @@ struct Picture {
 void drawLine(const Picture& picture, std::int64_t x1, std::int64_t y1, std::int64_t x2,
               std::int64_t y2, std::uint32_t colour);
 
-/// Projects every vertex of the frame's mesh once, then draws the lines between
-/// those that show.
-void drawMeshLines(Frame& frame, const Picture& picture, const Projection& projection);
+/// A spot for every vertex.
+void projectVertices(std::vector<Spot>& spots, const Mesh& mesh, const Projection& projection);
+
+/// The lines between vertices that both show.
+void drawMeshLines(const Picture& picture, const Mesh& mesh, const std::vector<Spot>& spots);
 
 }  // namespace pv::reference

@@ -18,11 +18,11 @@ constexpr std::uint32_t kYellow = 0xFFFF00;
 /// A frame under construction.
 class Painter {
  public:
-  Painter(const FrameSetup& setup, Frame& frame)
+  Painter(const FrameSetup& setup, Sheet& sheet)
       : projection_(setup),
-        frame_(frame),
-        picture_{frame.pixels.data(), setup.width, setup.height},
-        canvas_(frame.pixels.data(), setup.width, setup.height) {}
+        spots_(sheet.spots),
+        picture_{sheet.pixels.data(), setup.width, setup.height},
+        canvas_(sheet.pixels.data(), setup.width, setup.height) {}
 
   void line(std::int64_t x1, std::int64_t y1, std::int64_t x2, std::int64_t y2,
             std::uint32_t colour) {
@@ -35,7 +35,10 @@ class Painter {
       line(from.x, from.y, to.x, to.y, colour);
     }
   }
-  void meshLines() { drawMeshLines(frame_, picture_, projection_); }
+  void lines(const Mesh& mesh) {
+    projectVertices(spots_, mesh, projection_);
+    drawMeshLines(picture_, mesh, spots_);
+  }
   void dot(Vec3 point, std::uint32_t colour) {
     if (const Spot at = projection_.map(point); at.visible) {
       canvas_.setColour(colour);
@@ -53,7 +56,7 @@ class Painter {
 
  private:
   Projection projection_;
-  Frame& frame_;
+  std::vector<Spot>& spots_;
   Picture picture_;
   RasterCanvas canvas_;
 };
@@ -157,8 +160,8 @@ void drawHandles(Painter& paint, const ShapeRecord& shape, const FrameSetup& set
   }
 }
 
-void clear(Frame& frame, const FrameSetup& setup) {
-  frame.pixels.assign(
+void clear(Sheet& sheet, const FrameSetup& setup) {
+  sheet.pixels.assign(
       static_cast<std::size_t>(setup.width) * static_cast<std::size_t>(setup.height), 0);
 }
 
@@ -176,16 +179,16 @@ std::array<std::optional<PixelPoint>, 4> handlePoints(const ShapeRecord& shape,
           project(setup, positions[3])};
 }
 
-void drawLines(Frame& frame, const FrameSetup& setup) {
-  clear(frame, setup);
-  Painter(setup, frame).meshLines();
+void drawLines(Sheet& sheet, const Mesh& mesh, const FrameSetup& setup) {
+  clear(sheet, setup);
+  Painter(setup, sheet).lines(mesh);
 }
 
 void drawFrame(Frame& frame, const ShapeRecord& shape, const FrameSetup& setup, Random& random) {
-  clear(frame, setup);
+  clear(frame.sheet, setup);
   generateShape(frame.mesh, shape, random);
   applyModifiers(frame.mesh, shape);
-  Painter paint(setup, frame);
+  Painter paint(setup, frame.sheet);
   if (setup.mode > ViewMode::Side) {
     return;
   }
@@ -197,7 +200,7 @@ void drawFrame(Frame& frame, const ShapeRecord& shape, const FrameSetup& setup, 
     }
   }
   if (setup.showLines) {
-    paint.meshLines();
+    paint.lines(frame.mesh);
   } else {
     for (const Vertex& vertex : frame.mesh.vertices) {
       paint.dot(vertex.position, 0xEEEEEE);
@@ -212,7 +215,7 @@ std::vector<std::uint32_t> drawFrame(const ShapeRecord& shape, const FrameSetup&
                                      Random& random) {
   Frame frame;
   drawFrame(frame, shape, setup, random);
-  return std::move(frame.pixels);
+  return std::move(frame.sheet.pixels);
 }
 
 }  // namespace pv::reference

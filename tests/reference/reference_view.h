@@ -39,15 +39,18 @@ struct Spot {
   bool visible = false;
 };
 
-/// A frame and what it is made of. Drawn again, it needs no more memory.
-struct Frame {
-  Mesh mesh;
+/// What is drawn on. Used again, it takes no more memory; nor does a frame.
+struct Sheet {
   std::vector<Spot> spots;            ///< of the mesh's vertices
   std::vector<std::uint32_t> pixels;  ///< width * height words, bottom row first
 };
+struct Frame {
+  Mesh mesh;
+  Sheet sheet;
+};
 
-/// Clears and draws the lines of the frame's mesh, nothing else.
-void drawLines(Frame& frame, const FrameSetup& setup);
+/// Clears and draws the lines of a mesh that has its positions, nothing else.
+void drawLines(Sheet& sheet, const Mesh& mesh, const FrameSetup& setup);
 
 /// Generates, modifies and draws. The camera's marker in the flat views is left
 /// out, its looks being free.

@@ -1,19 +1,18 @@
 #include <benchmark/benchmark.h>
 
-#include "scenes.h"
+#include "ours.h"
 #include "stages.h"
 
 namespace pv::bench {
 
 namespace {
 
-// A shape that stays, on black: puts back what the frame before drew over,
-// projects and draws.
-void measureDrawing(benchmark::State& state, const Scene& scene, FrameSize size) {
-  SceneView scenery(scene, size);
-  scenery.view.setShowGrid(false);
+using MakeJob = Job (*)(const ShapeRecord& shape, FrameSize size);
+
+void measure(benchmark::State& state, MakeJob make, const Scene& scene, FrameSize size) {
+  const Job job = make(makeShape(scene), size);
   for (auto _ : state) {
-    benchmark::DoNotOptimize(scenery.view.drawFrame().data());
+    job.run();
     benchmark::ClobberMemory();
   }
 }
@@ -21,12 +20,19 @@ void measureDrawing(benchmark::State& state, const Scene& scene, FrameSize size)
 }  // namespace
 
 void registerDrawingStages() {
-  for (const Scene& scene : allScenes()) {
-    for (const FrameSize size : kFrameSizes) {
-      const std::string place = scene.name + "/" + size.name();
-      benchmark::RegisterBenchmark(("draw/" + place).c_str(), measureDrawing, scene, size)
-          ->Unit(benchmark::kMillisecond)
-          ->MeasureProcessCPUTime();
+  struct Stage {
+    const char* name;
+    MakeJob make;
+  };
+  for (const Stage stage :
+       {Stage{"draw", ourDrawing}, Stage{"frame", ourFrame}, Stage{"still-frame", ourStillFrame}}) {
+    for (const Scene& scene : allScenes()) {
+      for (const FrameSize size : kFrameSizes) {
+        const std::string name = stage.name + ("/" + scene.name) + "/" + size.name();
+        benchmark::RegisterBenchmark(name.c_str(), measure, stage.make, scene, size)
+            ->Unit(benchmark::kMillisecond)
+            ->MeasureProcessCPUTime();
+      }
     }
   }
 }

@@ -1,5 +1,4 @@
-// Times the stages of a frame and, beside them, the toolkit's painter.
-// See README.md.
+// Times the stages of a frame, or prints one of the reports. See README.md.
 
 #include <array>
 #include <benchmark/benchmark.h>
@@ -7,15 +6,24 @@
 #include <string_view>
 #include <vector>
 
-#include "peak_memory.h"
+#include "reports.h"
 #include "stages.h"
 #include "summary.h"
 
-int main(int argc, char** argv) {
-  if (argc == 2 && std::string_view(argv[1]) == "--peak-memory") {
-    pv::bench::printPeakMemory();
-    return 0;
-  }
+namespace {
+
+struct Report {
+  std::string_view option;
+  int (*print)();
+};
+constexpr std::array kReports{
+    Report{"--bar", pv::bench::printBar},
+    Report{"--growth", pv::bench::printGrowth},
+    Report{"--machine", pv::bench::printMachine},
+    Report{"--peak-memory", pv::bench::printPeakMemory},
+};
+
+int runStages(int argc, char** argv) {
   // Defaults stand before the caller's own flags, which therefore win.
   std::array<std::string, 3> defaults{"--benchmark_repetitions=5", "--benchmark_min_time=0.1",
                                       "--benchmark_report_aggregates_only=true"};
@@ -32,7 +40,6 @@ int main(int argc, char** argv) {
 
   pv::bench::registerMeshStages();
   pv::bench::registerDrawingStages();
-  pv::bench::registerFrames();
   pv::bench::registerLibraryStages();
 #ifdef PV_BENCH_PAINTER
   pv::bench::registerPainter();
@@ -41,4 +48,15 @@ int main(int argc, char** argv) {
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.printSummary();
   return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  for (const Report& report : kReports) {
+    if (argc == 2 && argv[1] == report.option) {
+      return report.print();
+    }
+  }
+  return runStages(argc, argv);
 }

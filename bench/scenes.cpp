@@ -1,6 +1,6 @@
 #include "scenes.h"
 
-#include <string_view>
+#include <algorithm>
 
 #include "shape/modifier_values.h"
 
@@ -90,25 +90,16 @@ ShapeRecord makeShape(const Scene& scene) {
   return shape;
 }
 
+ShapeRecord makeShape(std::string_view name) {
+  return makeShape(*std::ranges::find(allScenes(), name, &Scene::name));
+}
+
 std::string FrameSize::name() const {
   return std::to_string(width) + "x" + std::to_string(height);
 }
 
 ViewCamera benchCamera() {
   return {.yaw = 300.0F, .pitch = 20.0F, .roll = 0.0F, .distance = 1.2F};
-}
-
-ShapeProjection benchProjection(FrameSize size) {
-  const ViewCamera camera = benchCamera();
-  return {ViewMode::Perspective,
-          viewMatrix(eyePosition(camera.yaw, camera.pitch, camera.distance), camera.roll),
-          {size.width / 2, size.height / 2}};
-}
-
-SceneView::SceneView(const Scene& scene, FrameSize size) : shape(makeShape(scene)) {
-  view.setCamera(benchCamera());
-  view.setSize(size.width, size.height);
-  view.setShape(shape);
 }
 
 }  // namespace pv::bench

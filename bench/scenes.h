@@ -3,11 +3,11 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "shape/shape_record.h"
-#include "view3d/shape_projection.h"
-#include "view3d/shape_view.h"
+#include "view3d/view_camera.h"
 
 namespace pv::bench {
 
@@ -27,6 +27,8 @@ struct Scene {
 /// Every scene that is measured. The modifiers' reach matters only for S3.
 [[nodiscard]] const std::vector<Scene>& allScenes();
 [[nodiscard]] ShapeRecord makeShape(const Scene& scene);
+/// By its name, which must be one of them.
+[[nodiscard]] ShapeRecord makeShape(std::string_view name);
 
 struct FrameSize {
   std::int32_t width;
@@ -36,13 +38,5 @@ struct FrameSize {
 inline constexpr std::array<FrameSize, 2> kFrameSizes{{{640, 480}, {1920, 1080}}};
 
 [[nodiscard]] ViewCamera benchCamera();
-[[nodiscard]] ShapeProjection benchProjection(FrameSize size);
-
-/// A view of the scene, sized.
-struct SceneView {
-  SceneView(const Scene& scene, FrameSize size);
-  ShapeRecord shape;
-  ShapeView view;
-};
 
 }  // namespace pv::bench

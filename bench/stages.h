@@ -6,13 +6,12 @@ namespace pv::bench {
 
 /// Generation, modifiers, duplication, random directions.
 void registerMeshStages();
-/// Projection, and drawing: clear, project, lines.
+/// Drawing (clear, project, lines), and whole frames: with every setting handed in
+/// anew, and still ones.
 void registerDrawingStages();
-/// Whole frames, with every setting handed in anew, and still ones.
-void registerFrames();
 /// Listing, tags, filtering and thumbnails of libraries of several sizes.
 void registerLibraryStages();
-/// The toolkit's painter drawing the same segments into an image.
+/// The toolkit's painter doing the same drawing, projected by plain code.
 void registerPainter();
 
 }  // namespace pv::bench

@@ -2,11 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <cstdlib>
 
 #include "math/matrix4.h"
 #include "math/scalar.h"
+#include "reference/reference_chain.h"
 
 namespace pv::reference {
 
@@ -16,18 +15,10 @@ float toFloat(std::int64_t value) {
   return static_cast<float>(value);
 }
 
-float drawComponent() {
-  const float a = toFloat(std::rand() % 100001) / 100000.0F;
-  const float b = toFloat(std::rand() % 100001) / 100000.0F;
+float drawComponent(Random& random) {
+  const float a = static_cast<float>(random.next() % 100001) / 100000.0F;
+  const float b = static_cast<float>(random.next() % 100001) / 100000.0F;
   return a - b;
-}
-
-void drawDirections(Mesh& mesh) {
-  for (Vertex& vertex : mesh.vertices) {
-    vertex.disperse.x = drawComponent();
-    vertex.disperse.y = drawComponent();
-    vertex.disperse.z = drawComponent();
-  }
 }
 
 /// Two negative amounts multiply to a positive count of nothing.
@@ -45,20 +36,24 @@ void buildLines(Mesh& mesh, std::int64_t n, std::int64_t sections) {
   if (mesh.lineCount < 1 || isEmpty(n, sections)) {
     return;
   }
+  mesh.lines.reserve(static_cast<std::size_t>(mesh.lineCount));
+  const auto add = [&](std::int64_t first, std::int64_t second) {
+    mesh.lines.push_back({static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(second)});
+  };
   for (std::int64_t j = 0; j <= sections; ++j) {
     for (std::int64_t k = 0; k <= n - 2; ++k) {
-      mesh.lines.push_back({j * n + k, j * n + k + 1});
+      add(j * n + k, j * n + k + 1);
     }
   }
   for (std::int64_t j = 0; j <= sections - 1; ++j) {
     for (std::int64_t k = 0; k <= n - 1; ++k) {
-      mesh.lines.push_back({j * n + k, j * n + k + n});
+      add(j * n + k, j * n + k + n);
     }
   }
 }
 
 void extrude(Mesh& mesh, const std::vector<Vec3>& points, std::int64_t n, std::int64_t sections,
-             float w, bool centre) {
+             float w, bool centre, Random& random) {
   const float half = centre ? toFloat(sections) * w / 2.0F : 0.0F;
   allocateVertices(mesh, n, sections);
   for (std::int64_t j = 0; j <= sections; ++j) {
@@ -68,11 +63,12 @@ void extrude(Mesh& mesh, const std::vector<Vec3>& points, std::int64_t n, std::i
       mesh.vertices[static_cast<std::size_t>(j * n + k)].base = {p.x, p.y, p.z - offset};
     }
   }
-  drawDirections(mesh);
+  drawDirections(mesh.vertices, random);
   buildLines(mesh, n, sections);
 }
 
-void rotate(Mesh& mesh, std::int64_t sections, std::int64_t angle, bool centre, bool swap) {
+void rotate(Mesh& mesh, std::int64_t sections, std::int64_t angle, bool centre, bool swap,
+            Random& random) {
   const float half = centre ? toFloat(angle) / 2.0F : 0.0F;
   const auto n = static_cast<std::int64_t>(mesh.profile.size());
   allocateVertices(mesh, n, sections);
@@ -91,17 +87,17 @@ void rotate(Mesh& mesh, std::int64_t sections, std::int64_t angle, bool centre, 
       }
     }
   }
-  drawDirections(mesh);
+  drawDirections(mesh.vertices, random);
   buildLines(mesh, n, sections);
 }
 
-void buildPoint(Mesh& mesh) {
+void buildPoint(Mesh& mesh, Random& random) {
   mesh.profile.clear();
   allocateVertices(mesh, 1, 0);
-  drawDirections(mesh);
+  drawDirections(mesh.vertices, random);
 }
 
-void buildGrid(Mesh& mesh, const EmitterSettings& e) {
+void buildGrid(Mesh& mesh, const EmitterSettings& e, Random& random) {
   mesh.profile.clear();
   const float h = toFloat(e.horizontalSize) / 1000.0F;
   const float top = e.horizontalCentre.isSet() ? toFloat(e.horizontalAmount) * h / 2.0F : 0.0F;
@@ -111,10 +107,10 @@ void buildGrid(Mesh& mesh, const EmitterSettings& e) {
     column.push_back({0.0F, top - toFloat(i) * h, 0.0F});
   }
   extrude(mesh, column, rows, e.verticalAmount, toFloat(e.verticalSize) / 1000.0F,
-          e.verticalCentre.isSet());
+          e.verticalCentre.isSet(), random);
 }
 
-void buildSphere(Mesh& mesh, const EmitterSettings& e) {
+void buildSphere(Mesh& mesh, const EmitterSettings& e, Random& random) {
   mesh.profile.clear();
   const std::int64_t count = std::int64_t{e.horizontalAmount} + 1;
   std::int64_t start = e.horizontalSize;
@@ -131,10 +127,17 @@ void buildSphere(Mesh& mesh, const EmitterSettings& e) {
     const Matrix4 turn = D3DXMatrixRotationZ(toRadians(a));
     mesh.profile.push_back(D3DXVec3Transform({0.0F, 0.5F, 0.0F}, turn));
   }
-  rotate(mesh, e.verticalAmount, e.verticalSize, e.verticalCentre.isSet(), false);
+  rotate(mesh, e.verticalAmount, e.verticalSize, e.verticalCentre.isSet(), false, random);
 }
 
-Vec3 instancePoint(const ShapeRecord& shape, std::int64_t k, Vec3 p) {
+struct Instance {
+  Matrix4 matrix;
+  Vec3 offset;
+
+  [[nodiscard]] Vec3 place(Vec3 p) const { return D3DXVec3Transform(p, matrix) + offset; }
+};
+
+Instance instanceOf(const ShapeRecord& shape, std::int64_t k) {
   const DuplicateSettings& d = shape.duplicates;
   const auto angle = [&](std::size_t axis) {
     return toRadians(toFloat(k * truncate(d.rotation[axis])));
@@ -145,30 +148,32 @@ Vec3 instancePoint(const ShapeRecord& shape, std::int64_t k, Vec3 p) {
   const auto offset = [&](std::size_t axis) { return toFloat(k) * (d.position[axis] / 200.0F); };
   const Matrix4 r = D3DXMatrixRotationYawPitchRoll(angle(1), angle(0), angle(2));
   const Matrix4 s = D3DXMatrixScaling(factor(0), factor(1), factor(2));
-  const Matrix4 m = D3DXMatrixMultiply(s, r);
-  return D3DXVec3Transform(p, m) + Vec3{offset(0), offset(1), offset(2)};
+  return {D3DXMatrixMultiply(s, r), {offset(0), offset(1), offset(2)}};
 }
 
-void duplicate(Mesh& mesh, const ShapeRecord& shape) {
+void duplicate(Mesh& mesh, const ShapeRecord& shape, Random& random) {
   const std::int64_t copies = shape.emitter.copies;
   if (copies < 1 || copies > 20) {
     return;
   }
-  const std::vector<Vertex> vertices = mesh.vertices;
-  const std::vector<Line> lines = mesh.lines;
-  const std::int64_t n = mesh.vertexCount;
+  const std::size_t vertices = mesh.vertices.size();
+  const std::size_t lines = mesh.lines.size();
+  const auto all = static_cast<std::size_t>(copies) + 1;
   mesh.vertexCount *= copies + 1;
   mesh.lineCount *= copies + 1;
+  mesh.vertices.reserve(vertices * all);
+  mesh.lines.reserve(lines * all);
   for (std::int64_t k = 1; k <= copies; ++k) {
-    for (Vertex vertex : vertices) {
-      vertex.base = instancePoint(shape, k, vertex.base);
-      mesh.vertices.push_back(vertex);
+    const Instance instance = instanceOf(shape, k);
+    for (std::size_t i = 0; i < vertices; ++i) {
+      mesh.vertices.push_back({instance.place(mesh.vertices[i].base), {}, {}});
     }
-    for (const Line& line : lines) {
-      mesh.lines.push_back({line.first + k * n, line.second + k * n});
+    const auto shift = static_cast<std::uint32_t>(static_cast<std::size_t>(k) * vertices);
+    for (std::size_t i = 0; i < lines; ++i) {
+      mesh.lines.push_back({mesh.lines[i].first + shift, mesh.lines[i].second + shift});
     }
   }
-  drawDirections(mesh);
+  drawDirections(mesh.vertices, random);
 }
 
 void replicate(Mesh& mesh, const ShapeRecord& shape) {
@@ -178,114 +183,11 @@ void replicate(Mesh& mesh, const ShapeRecord& shape) {
   }
   const std::size_t per = mesh.vertices.size() / static_cast<std::size_t>(copies + 1);
   for (std::int64_t k = 1; k <= copies; ++k) {
+    const Instance instance = instanceOf(shape, k);
     for (std::size_t i = 0; i < per; ++i) {
       mesh.vertices[static_cast<std::size_t>(k) * per + i].position =
-          instancePoint(shape, k, mesh.vertices[i].position);
+          instance.place(mesh.vertices[i].position);
     }
-  }
-}
-
-bool allZero(Vec3 v) {
-  return v.x == 0.0F && v.y == 0.0F && v.z == 0.0F;
-}
-
-Vec3 hundredths(Vec3 v) {
-  return {v.x / 100.0F, v.y / 100.0F, v.z / 100.0F};
-}
-
-void pinchA(Vec3& p, Vec3 v) {
-  const auto [a, b, c] = hundredths(v);
-  p.x = p.x - a * p.y * p.x;
-  p.y = p.y - b * p.x * p.y;
-  p.z = p.z - c * p.y * p.z;
-}
-
-void pinchB(Vec3& p, Vec3 v) {
-  const auto [a, b, c] = hundredths(v);
-  p.x = p.x - a * p.z * p.x;
-  p.y = p.y - b * p.z * p.y;
-  p.z = p.z - c * p.x * p.z;
-}
-
-void taper(Vec3& p, Vec3 v) {
-  const Vec3 t = hundredths(v);
-  if (v.x != 0.0F) {
-    p.y = p.y - t.x * p.x * p.y;
-    p.z = p.z - t.x * p.x * p.z;
-  }
-  if (v.y != 0.0F) {
-    p.x = p.x - t.y * p.y * p.x;
-    p.z = p.z - t.y * p.y * p.z;
-  }
-  if (v.z != 0.0F) {
-    const float s = t.z * p.z;
-    p.y = p.y - s * p.y;
-    p.x = p.x - s * p.x;
-  }
-}
-
-void shearA(Vec3& p, Vec3 v) {
-  const auto [a, b, c] = hundredths(v);
-  p.y = p.y - b * p.x;
-  p.x = p.x - a * p.z;
-  p.z = p.z - c * p.x;
-}
-
-void shearB(Vec3& p, Vec3 v) {
-  const auto [a, b, c] = hundredths(v);
-  p.y = p.y - b * p.z;
-  p.x = p.x - a * p.y;
-  p.z = p.z - c * p.y;
-}
-
-void turn(Vec3& p, float x, float y, float z) {
-  const Matrix4 xy =
-      D3DXMatrixMultiply(D3DXMatrixRotationX(toRadians(x)), D3DXMatrixRotationY(toRadians(y)));
-  p = D3DXVec3Transform(p, D3DXMatrixMultiply(xy, D3DXMatrixRotationZ(toRadians(z))));
-}
-
-void bulge(Vec3& p, Vec3 v) {
-  const auto [a, b, c] = hundredths(v);
-  float f = 2.0F - std::fabs(p.x);
-  p.y = p.y + a * f * p.y;
-  p.z = p.z + a * f * p.z;
-  f = 2.0F - std::fabs(p.y);
-  p.x = p.x + b * f * p.x;
-  p.z = p.z + b * f * p.z;
-  f = 2.0F - std::fabs(p.z);
-  p.y = p.y + c * f * p.y;
-  p.x = p.x + c * f * p.x;
-}
-
-/// The middle of the chain, from Disperse to Bulge. Values stand in file order.
-void modify(Vertex& vertex, const std::array<Vec3, 14>& values, Vec3 bulgeValue) {
-  Vec3& p = vertex.position;
-  p.x += values[3].x / 200.0F * vertex.disperse.x;
-  p.y += values[3].y / 200.0F * vertex.disperse.y;
-  p.z += values[3].z / 200.0F * vertex.disperse.z;
-  if (!allZero(values[4])) {
-    pinchA(p, values[4]);
-  }
-  if (!allZero(values[5])) {
-    pinchB(p, values[5]);
-  }
-  if (!allZero(values[6])) {
-    taper(p, values[6]);
-  }
-  if (!allZero(values[7])) {
-    shearA(p, values[7]);
-  }
-  if (!allZero(values[8])) {
-    shearB(p, values[8]);
-  }
-  if (const Vec3 bend = values[9]; !allZero(bend)) {
-    turn(p, bend.x * p.y, bend.y * p.z, bend.z * p.y);
-  }
-  if (const Vec3 twist = values[10]; !allZero(twist)) {
-    turn(p, twist.x * p.x, twist.y * p.y, twist.z * p.z);
-  }
-  if (!allZero(bulgeValue)) {
-    bulge(p, bulgeValue);
   }
 }
 
@@ -298,54 +200,72 @@ Matrix4 transformMatrix(Vec3 rotation, Vec3 scale) {
   return D3DXMatrixMultiply(s, r);
 }
 
-Mesh generateShape(const ShapeRecord& shape) {
+void drawDirections(std::vector<Vertex>& vertices, Random& random) {
+  for (Vertex& vertex : vertices) {
+    vertex.disperse.x = drawComponent(random);
+    vertex.disperse.y = drawComponent(random);
+    vertex.disperse.z = drawComponent(random);
+  }
+}
+
+Mesh generateShape(const ShapeRecord& shape, Random& random) {
+  Mesh mesh;
+  generateShape(mesh, shape, random);
+  return mesh;
+}
+
+void generateShape(Mesh& mesh, const ShapeRecord& shape, Random& random) {
   const EmitterSettings& e = shape.emitter;
   const PathRecord& path = shape.path;
-  Mesh mesh;
   mesh.exists = true;
+  mesh.vertexCount = 0;
+  mesh.lineCount = 0;
+  mesh.grid = {};
+  mesh.vertices.clear();
+  mesh.lines.clear();
   mesh.profile.assign(path.points.begin(), path.points.begin() + std::clamp(path.count, 0, 512));
   const float columns = toFloat(e.verticalAmount);
   const float copies = toFloat(e.copies);
   const auto pathPoints = static_cast<std::int64_t>(mesh.profile.size());
   switch (e.kind) {
     case EmitterKind::Point:
-      buildPoint(mesh);
+      buildPoint(mesh, random);
       mesh.grid = {1.0F, 1.0F, copies};
       break;
     case EmitterKind::GridPatch:
-      buildGrid(mesh, e);
+      buildGrid(mesh, e, random);
       mesh.grid = {columns, toFloat(std::int64_t{e.horizontalAmount} + 1), copies};
       break;
     case EmitterKind::SpherePatch:
-      buildSphere(mesh, e);
+      buildSphere(mesh, e, random);
       mesh.grid = {columns, toFloat(std::int64_t{e.horizontalAmount} + 1), copies};
       break;
     case EmitterKind::LoftPath: {
       const std::vector<Vec3> points = mesh.profile;
       extrude(mesh, points, pathPoints, e.verticalAmount, toFloat(e.verticalSize) / 1000.0F,
-              e.verticalCentre.isSet());
+              e.verticalCentre.isSet(), random);
       mesh.grid = {columns, toFloat(pathPoints), copies};
       break;
     }
     case EmitterKind::SweepPath:
-      rotate(mesh, e.verticalAmount, e.verticalSize, e.verticalCentre.isSet(), true);
+      rotate(mesh, e.verticalAmount, e.verticalSize, e.verticalCentre.isSet(), true, random);
       mesh.grid = {columns, toFloat(pathPoints), copies};
       break;
     default:
       mesh.exists = false;
-      return mesh;
+      return;
   }
-  duplicate(mesh, shape);
-  return mesh;
+  duplicate(mesh, shape, random);
 }
 
 void applyModifiers(Mesh& mesh, const ShapeRecord& shape) {
   const std::array<Vec3, 14>& values = shape.modifiers.triples;
-  const std::array<float, 3>& b = shape.duplicates.bulge;
   const Matrix4 vertexMatrix = transformMatrix(values[1], values[2]);
+  const Chain chain(shape);
   for (Vertex& vertex : mesh.vertices) {
-    vertex.position = D3DXVec3Transform(vertex.base, vertexMatrix) + values[0];
-    modify(vertex, values, {b[0], b[1], b[2]});
+    Vec3 p = D3DXVec3Transform(vertex.base, vertexMatrix) + values[0];
+    chain.apply(p, vertex.disperse);
+    vertex.position = p;
   }
   const auto transformShape = [&] {
     const Matrix4 m = transformMatrix(values[12], values[13]);

@@ -5,6 +5,7 @@
 
 #include "math/matrix4.h"
 #include "math/vec3.h"
+#include "reference/reference_random.h"
 #include "shape/shape_record.h"
 
 /// A second, deliberately plain implementation that the real one is compared
@@ -18,8 +19,8 @@ struct Vertex {
 };
 
 struct Line {
-  std::int64_t first = 0;
-  std::int64_t second = 0;
+  std::uint32_t first = 0;
+  std::uint32_t second = 0;
 };
 
 struct Mesh {
@@ -32,9 +33,12 @@ struct Mesh {
   std::vector<Vec3> profile;
 };
 
-/// Emitter and duplicates. Directions are drawn from std::rand, whose unseeded
-/// start is std::srand(1).
-[[nodiscard]] Mesh generateShape(const ShapeRecord& shape);
+/// Emitter and duplicates. The form with a mesh reuses its memory.
+[[nodiscard]] Mesh generateShape(const ShapeRecord& shape, Random& random);
+void generateShape(Mesh& mesh, const ShapeRecord& shape, Random& random);
+
+/// A random direction for every vertex.
+void drawDirections(std::vector<Vertex>& vertices, Random& random);
 
 /// From base to position: modifiers, duplicates and shape transform.
 void applyModifiers(Mesh& mesh, const ShapeRecord& shape);

@@ -1,6 +1,5 @@
 #include "reference/reference_shape.h"
 
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <span>
 #include <vector>
@@ -17,8 +16,8 @@ namespace {
 struct Both {
   explicit Both(const ShapeRecord& shape) : record(shape) {
     mesh.SetProfile(std::span(shape.path.points).first(static_cast<std::size_t>(shape.path.count)));
-    std::srand(1);
-    wanted = reference::generateShape(shape);
+    reference::Random plain;
+    wanted = reference::generateShape(shape, plain);
     GenerateShape(mesh, shape.emitter, shape.duplicates, random);
     EXPECT_EQ(reference::firstDifference(mesh, wanted, {.positions = false}), "")
         << reference::describe(shape);
@@ -104,14 +103,14 @@ TEST(ReferenceShape, DirectionsContinueOneSequenceOverGenerations) {
   reference::Dice dice(21);
   ShapeMesh mesh;
   CRandSequence random;
-  std::srand(1);
+  reference::Random plain;
   for (int i = 0; i < 60; ++i) {
     ShapeRecord shape = reference::randomShape(dice, reference::Taste::Useful);
     if (i % 10 == 9) {
       shape.emitter.kind = static_cast<EmitterKind>(5 + i);
     }
     mesh.SetProfile(std::span(shape.path.points).first(static_cast<std::size_t>(shape.path.count)));
-    const reference::Mesh wanted = reference::generateShape(shape);
+    const reference::Mesh wanted = reference::generateShape(shape, plain);
     const bool skip = i % 3 == 1;
     GenerateShape(mesh, shape.emitter, shape.duplicates, random,
                   skip ? Directions::SkipOnly : Directions::Draw);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -48,8 +47,9 @@ void apply(ShapeView& view, const FrameSetup& setup) {
 }
 
 /// The view's next frame against the reference's next frame.
-std::string frameDifference(ShapeView& view, const ShapeRecord& shape, const FrameSetup& setup) {
-  const auto wanted = reference::drawFrame(shape, setup);
+std::string frameDifference(ShapeView& view, const ShapeRecord& shape, const FrameSetup& setup,
+                            reference::Random& random) {
+  const auto wanted = reference::drawFrame(shape, setup, random);
   return reference::firstDifference(view.drawFrame(), wanted, setup.width);
 }
 
@@ -71,9 +71,9 @@ TEST(ReferenceView, MeshOfAView) {
     ShapeView view;
     view.setShape(shape);
     view.updateMesh();  // generates once more, as a frame does
-    std::srand(1);
-    (void)reference::generateShape(shape);
-    reference::Mesh wanted = reference::generateShape(shape);
+    reference::Random random;
+    (void)reference::generateShape(shape, random);
+    reference::Mesh wanted = reference::generateShape(shape, random);
     reference::applyModifiers(wanted, shape);
     const bool scattered = view.modifiers()[ModifierKind::VertexDisperse] != Vec3{};
     ASSERT_EQ(reference::firstDifference(view.mesh(), wanted, {.directions = scattered}), "")
@@ -91,20 +91,21 @@ TEST(ReferenceView, RandomFrames) {
     ShapeView view;
     apply(view, setup);
     view.setShape(shape);
-    std::srand(1);
-    (void)reference::generateShape(shape);
-    ASSERT_EQ(frameDifference(view, shape, setup), "") << i << '\n' << describe(shape, setup);
+    reference::Random random;
+    (void)reference::generateShape(shape, random);
+    ASSERT_EQ(frameDifference(view, shape, setup, random), "") << i << '\n'
+                                                               << describe(shape, setup);
   }
 }
 
 TEST(ReferenceView, ConsecutiveFramesContinueTheRandomSequence) {
   Dice dice(32);
   ShapeView view;
-  std::srand(1);
+  reference::Random random;
   for (int i = 0; i < 40; ++i) {
     ShapeRecord shape = reference::randomShape(dice, Taste::Useful);
     view.setShape(shape);
-    (void)reference::generateShape(shape);
+    (void)reference::generateShape(shape, random);
     for (int frame = 0; frame < 4; ++frame) {
       FrameSetup setup = randomSetup(dice);
       setup.showLines = dice.once(2);
@@ -112,8 +113,8 @@ TEST(ReferenceView, ConsecutiveFramesContinueTheRandomSequence) {
       shape.modifiers.triples[3] = dice.once(2) ? Vec3{} : Vec3{80, -60, 40};
       apply(view, setup);
       view.setModifiers(toTable(shape.modifiers, shape.duplicates.bulge));
-      ASSERT_EQ(frameDifference(view, shape, setup), "") << i << " frame " << frame << '\n'
-                                                         << describe(shape, setup);
+      ASSERT_EQ(frameDifference(view, shape, setup, random), "") << i << " frame " << frame << '\n'
+                                                                 << describe(shape, setup);
     }
   }
 }
@@ -130,9 +131,9 @@ TEST(ReferenceView, HandlesOfEveryModifier) {
       ShapeView view;
       apply(view, setup);
       view.setShape(shape);
-      std::srand(1);
-      (void)reference::generateShape(shape);
-      ASSERT_EQ(frameDifference(view, shape, setup), "") << describe(shape, setup);
+      reference::Random random;
+      (void)reference::generateShape(shape, random);
+      ASSERT_EQ(frameDifference(view, shape, setup, random), "") << describe(shape, setup);
 
       // Point at a handle: the first square in the order centre, x, y, z wins.
       const auto points = reference::handlePoints(shape, setup);
@@ -150,10 +151,10 @@ TEST(ReferenceView, HandlesOfEveryModifier) {
       }
       view.mouseMove({at.x, setup.height - at.y});
       EXPECT_EQ(static_cast<int>(view.activeHandle()), setup.hovered);
-      ASSERT_EQ(frameDifference(view, shape, setup), "") << describe(shape, setup);
+      ASSERT_EQ(frameDifference(view, shape, setup, random), "") << describe(shape, setup);
       setup.selected = ModifierKind::None;
       view.SelectModifier(setup.selected);
-      ASSERT_EQ(frameDifference(view, shape, setup), "") << describe(shape, setup);
+      ASSERT_EQ(frameDifference(view, shape, setup, random), "") << describe(shape, setup);
     }
   }
 }
@@ -168,9 +169,9 @@ TEST(ReferenceView, FlatBackgroundsAroundTheCameraMarker) {
     ShapeView view;
     apply(view, setup);
     view.setShape(shape);
-    std::srand(1);
-    (void)reference::generateShape(shape);
-    std::vector<std::uint32_t> wanted = reference::drawFrame(shape, setup);
+    reference::Random random;
+    (void)reference::generateShape(shape, random);
+    std::vector<std::uint32_t> wanted = reference::drawFrame(shape, setup, random);
     const auto drawn = view.drawFrame();
     std::vector<std::uint32_t> frame(drawn.begin(), drawn.end());
     const Vec3 eye = eyePosition(setup.camera.yaw, setup.camera.pitch, setup.camera.distance);

@@ -2,7 +2,6 @@
 // included, against the plain reference.
 
 #include <cmath>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -30,9 +29,9 @@ class VectorForms : public testing::Test {
 
   /// Draws the shape by every form and compares it with the reference.
   static void compare(const ShapeRecord& shape, const FrameSetup& setup, unsigned threads = 1) {
-    std::srand(1);
-    (void)reference::generateShape(shape);
-    const auto wanted = reference::drawFrame(shape, setup);
+    reference::Random random;
+    (void)reference::generateShape(shape, random);
+    const auto wanted = reference::drawFrame(shape, setup, random);
     for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
       hwy::GetChosenTarget().Update(target);
       ShapeView view;

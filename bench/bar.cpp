@@ -1,0 +1,54 @@
+// Our times beside those of plain code, the toolkit's painter and AGG.
+
+#include <cstdio>
+
+#include "bar_rows.h"
+#include "reports.h"
+
+namespace pv::bench {
+
+namespace {
+
+std::string cell(double value, const char* format) {
+  char text[32];
+  if (value == 0.0) {
+    return "-";
+  }
+  std::snprintf(text, sizeof text, format, value);
+  return text;
+}
+
+std::string time(double milliseconds) {
+  return cell(milliseconds, milliseconds < 10.0 ? "%.4f" : "%.1f");
+}
+
+void printRow(const BarRow& row, const BarTimes& times, const char* verdict) {
+  const auto ratio = [&](double other) { return cell(other / times.ours, "%.1f"); };
+  std::printf("%-30s %9s %9s %9s %9s %8s %9s %7s  %-24s %s\n", describe(row).c_str(),
+              time(times.ours).c_str(), time(times.plain).c_str(), time(times.painter).c_str(),
+              time(times.agg).c_str(), ratio(times.plain).c_str(), ratio(times.painter).c_str(),
+              ratio(times.agg).c_str(), describe(row.bars).c_str(), verdict);
+}
+
+}  // namespace
+
+int printBar() {
+  std::printf("Medians of wall times in ms, and how many times as fast as the others we are\n");
+  std::printf("%-30s %9s %9s %9s %9s %8s %9s %7s  %-24s\n", "", "ours", "plain", "painter", "AGG",
+              "x plain", "x painter", "x AGG", "bar");
+  bool allMet = true;
+  for (const BarRow& row : barRows()) {
+    const BarTimes times = measure(row);
+    const bool differs = !times.difference.empty();
+    const bool met = !differs && isMet(row.bars, times);
+    printRow(row, times, differs ? "DIFFERS" : (met ? "met" : "missed"));
+    if (differs) {
+      std::printf("  %s\n", times.difference.c_str());
+    }
+    std::fflush(stdout);
+    allMet = allMet && met;
+  }
+  return allMet ? 0 : 1;
+}
+
+}  // namespace pv::bench

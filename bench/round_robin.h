@@ -1,0 +1,22 @@
+#pragma once
+
+#include <functional>
+#include <vector>
+
+namespace pv::bench {
+
+/// Work that is timed beside other work.
+struct Contender {
+  std::function<void()> run;
+  std::vector<double> milliseconds;  ///< of every run, on the wall clock
+};
+
+/// Times them in turns, each for a moment or once if that takes longer, so that a
+/// change of the machine's speed hits all alike. At least five turns, and about
+/// two seconds together; a first run of each is not counted.
+void takeTurns(std::vector<Contender>& contenders);
+
+/// 0 when there are none.
+[[nodiscard]] double median(std::vector<double> values);
+
+}  // namespace pv::bench

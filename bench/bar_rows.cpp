@@ -107,10 +107,11 @@ std::string directionDifference(std::size_t count) {
   OurDirections skipped(count);
   std::vector<reference::Vertex> plain(count);
   reference::Random random;
-  ours.draw();
+  VectorStreams drawn;
+  ours.store(drawn);
   reference::drawDirections(plain, random);
   for (std::size_t i = 0; i < count; ++i) {
-    if (ours.at(i) != plain[i].disperse) {
+    if (drawn.at(i) != plain[i].disperse) {
       return "direction " + std::to_string(i) + " is another one";
     }
   }

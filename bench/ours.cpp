@@ -1,6 +1,7 @@
 #include "ours.h"
 
 #include <algorithm>
+#include <benchmark/benchmark.h>
 #include <memory>
 #include <span>
 #include <thread>
@@ -67,7 +68,23 @@ Job ourStillFrame(const ShapeRecord& shape, FrameSize size) {
 OurDirections::OurDirections(std::size_t count) : count_(count), share_(threads()) {}
 
 void OurDirections::draw() {
-  drawDirections(directions_, count_, random_, share_);
+  constexpr std::size_t kRound = 32 * VertexBlock::kCapacity;
+  directions_.take(random_, count_);
+  share_.run((count_ + kRound - 1) / kRound, [this](std::size_t round, unsigned) {
+    RandomDirections::Reader reader(directions_);
+    VertexBlock block;
+    const std::size_t end = std::min(count_, (round + 1) * kRound);
+    for (std::size_t first = round * kRound; first < end; first += VertexBlock::kCapacity) {
+      reader.read(first, std::min(VertexBlock::kCapacity, end - first), block);
+      benchmark::DoNotOptimize(block.z[0]);
+      benchmark::ClobberMemory();
+    }
+  });
+}
+
+void OurDirections::store(VectorStreams& to) {
+  CRandSequence random;
+  drawDirections(to, count_, random, share_);
 }
 
 std::int32_t OurDirections::skip() {

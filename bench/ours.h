@@ -4,10 +4,8 @@
 #include <cstdint>
 
 #include "job.h"
-#include "math/vec3.h"
 #include "scenes.h"
-#include "shape/random_sequence.h"
-#include "shape/shape_mesh.h"
+#include "shape/random_directions.h"
 #include "util/work_share.h"
 
 namespace pv::bench {
@@ -32,11 +30,12 @@ class OurDirections {
   void draw();
   /// Returns the number behind them, so that the jump is made and not only noted.
   std::int32_t skip();
-  [[nodiscard]] Vec3 at(std::size_t vertex) const { return directions_.at(vertex); }
+  /// The first ones of the sequence, to be looked at.
+  void store(VectorStreams& to);
 
  private:
   std::size_t count_;
-  VectorStreams directions_;
+  RandomDirections directions_;
   CRandSequence random_;
   WorkShare share_;
 };

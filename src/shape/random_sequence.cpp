@@ -117,24 +117,24 @@ void CRandSequence::jump() {
     }
     return;
   }
-  std::array<Window, 1> here;
-  standAt(0, here);
-  history_ = jumped(here[0], powerOfX(distance));
+  history_ = jumped(window(), powerOfX(distance));
   oldest_ = 0;
   threeBack_ = kDegree - 3;
 }
 
-void CRandSequence::standAt(std::uint64_t distance, std::span<Window> windows) {
+CRandSequence::Window CRandSequence::window() {
   if (pending_ != 0) {
     jump();
   }
+  Window window{};
   for (std::size_t i = 0; i < kDegree; ++i) {
-    windows[0][i] = history_[(oldest_ + i) % kDegree];
+    window[i] = history_[(oldest_ + i) % kDegree];
   }
-  const Polynomial c = windows.size() > 1 ? powerOfX(distance) : Polynomial{};
-  for (std::size_t k = 1; k < windows.size(); ++k) {
-    windows[k] = jumped(windows[k - 1], c);
-  }
+  return window;
+}
+
+CRandSequence::Window CRandSequence::jumpTerms(std::uint64_t draws) {
+  return powerOfX(draws);
 }
 
 #endif

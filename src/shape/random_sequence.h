@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 
 namespace pv {
 
@@ -34,9 +33,11 @@ class CRandSequence {
   static constexpr std::size_t kDegree = 31;
   using Window = std::array<std::uint32_t, kDegree>;
 
-  /// Where the sequence stands after 0, distance, 2 * distance, ... more draws:
-  /// its last 31 words, oldest first. Several can so be followed side by side.
-  void standAt(std::uint64_t distance, std::span<Window> windows);
+  /// Where the sequence stands: its last 31 words, oldest first.
+  [[nodiscard]] Window window();
+  /// Terms c of a jump: the word `draws` places after any other is the sum of
+  /// c[k] times the word k places after it.
+  [[nodiscard]] static Window jumpTerms(std::uint64_t draws);
 #endif
 
  private:

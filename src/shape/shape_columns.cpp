@@ -68,13 +68,14 @@ void ShapeColumns::shapeFirstInstance(WorkShare& share) {
   constexpr std::size_t kRound = 4096;  // vertices, roughly
   const std::size_t columnsEach = std::max<std::size_t>(1, kRound / stride);
   share.run((columns_ + columnsEach - 1) / columnsEach, [&](std::size_t round, unsigned) {
-    VertexBlock block;
+    Workplace workplace(*this);
+    VertexBlock& block = workplace.block_;
     const std::size_t end = std::min(columns_, (round + 1) * columnsEach);
     for (std::size_t column = round * columnsEach; column < end; ++column) {
       for (std::size_t first = 0; first < rows_; first += VertexBlock::kCapacity) {
         const std::size_t count = std::min(VertexBlock::kCapacity, rows_ - first);
         sections_->vertices(column, first, count, block);
-        deform(block, column * rows_ + first, count);
+        deform(workplace, column * rows_ + first, count);
         if (shapeFirst_) {
           apply(shapeTransform_, block, count);
         }
@@ -96,24 +97,25 @@ void ShapeColumns::boxPatches(WorkShare& share) {
   });
 }
 
-void ShapeColumns::deform(VertexBlock& block, std::size_t firstDirection, std::size_t count) const {
-  apply(vertexTransform_, block, count);
-  VertexBlock directions;
+void ShapeColumns::deform(Workplace& workplace, std::size_t firstDirection,
+                          std::size_t count) const {
+  apply(vertexTransform_, workplace.block_, count);
   const bool disperses = directions_->size() >= firstDirection + count;
   if (disperses) {
-    loadVertices(*directions_, firstDirection, count, directions);
+    workplace.reader_.read(firstDirection, count, workplace.directions_);
   }
-  deformVertices(block, count, values_, disperses ? &directions : nullptr);
+  deformVertices(workplace.block_, count, values_, disperses ? &workplace.directions_ : nullptr);
 }
 
 ColumnVertices ShapeColumns::vertices(std::size_t instance, std::size_t column, std::size_t first,
-                                      std::size_t count, VertexBlock& block) const {
+                                      std::size_t count, Workplace& workplace) const {
   if (eachAnew_) {
+    VertexBlock& block = workplace.block_;
     sections_->vertices(column, first, count, block);
     if (instance > 0) {
       apply(copies_[instance][0], block, count);
     }
-    deform(block, (instance * columns_ + column) * rows_ + first, count);
+    deform(workplace, (instance * columns_ + column) * rows_ + first, count);
     return {block.x, block.y, block.z, count, std::span(copies_[instance]).last(1)};
   }
   const std::size_t at = column * VertexBlock::padded(rows_) + first;

@@ -7,6 +7,7 @@
 #include "shape/duplicates.h"
 #include "shape/modifiers.h"
 #include "shape/patch_boxes.h"
+#include "shape/random_directions.h"
 #include "shape/sections.h"
 #include "shape/shape_mesh.h"
 #include "shape/vertex_kernels.h"
@@ -37,7 +38,7 @@ class ShapeColumns {
     const ShapeSections& sections;
     /// For the vertices of the first instance, or of all when the modifiers take
     /// the duplicates as one object. Without them nothing is dispersed.
-    const VectorStreams& directions;
+    const RandomDirections& directions;
     bool changed;  ///< one of the two, since the last call
   };
 
@@ -51,10 +52,11 @@ class ShapeColumns {
   [[nodiscard]] std::size_t instances() const { return instances_; }
 
   /// `count` (1 to VertexBlock::kCapacity) vertices of a column of an instance;
-  /// `first` starts a chunk. What is not stored is made in `block`. May be called
-  /// by several threads.
+  /// `first` starts a chunk. What is not stored is made in the workplace. May be
+  /// called by several threads, each with a workplace of its own.
+  class Workplace;
   [[nodiscard]] ColumnVertices vertices(std::size_t instance, std::size_t column, std::size_t first,
-                                        std::size_t count, VertexBlock& block) const;
+                                        std::size_t count, Workplace& workplace) const;
 
   /// Boxes around the stored vertices, there when several copies share them.
   [[nodiscard]] const PatchBoxes& patches() const { return patches_; }
@@ -64,10 +66,10 @@ class ShapeColumns {
  private:
   void shapeFirstInstance(WorkShare& share);
   void boxPatches(WorkShare& share);
-  void deform(VertexBlock& block, std::size_t firstDirection, std::size_t count) const;
+  void deform(Workplace& workplace, std::size_t firstDirection, std::size_t count) const;
 
   const ShapeSections* sections_ = nullptr;
-  const VectorStreams* directions_ = nullptr;
+  const RandomDirections* directions_ = nullptr;
   std::size_t rows_ = 0;
   std::size_t columns_ = 0;
   std::size_t instances_ = 0;
@@ -83,6 +85,20 @@ class ShapeColumns {
   /// The first instance as far as all copies share it; columns of whole chunks.
   VectorStreams shaped_;
   PatchBoxes patches_;
+};
+
+/// Where one thread makes vertices, of one instance after the other and column by
+/// column for preference.
+class ShapeColumns::Workplace {
+ public:
+  /// The shape must not be updated while this is used.
+  explicit Workplace(const ShapeColumns& shape) : reader_(*shape.directions_) {}
+
+ private:
+  friend ShapeColumns;
+  VertexBlock block_;
+  VertexBlock directions_;
+  RandomDirections::Reader reader_;
 };
 
 }  // namespace pv

@@ -163,12 +163,12 @@ PixelBox ShapePainter::collectDots(const RasterCanvas& canvas, const ShapeColumn
   const PixelMap map(projection, projector, canvas.width, canvas.height);
   const std::int32_t reach = truncate(halfSize) + 1;
   rounds.run(0, shape.instances(), share, [&](const Rounds::Piece& piece, unsigned worker) {
-    VertexBlock block;
+    ShapeColumns::Workplace workplace(shape);
     PixelColumn pixels;
     WireMask& mask = masks_[worker];
     for (std::size_t column = piece.begin; column < piece.end; ++column) {
       const Strip& strip = piece.strip;
-      projectColumn(shape.vertices(strip.instance, column, strip.first, strip.count, block),
+      projectColumn(shape.vertices(strip.instance, column, strip.first, strip.count, workplace),
                     strip.chunks(), map, pixels, mask.reach());
       for (std::size_t k = 0; k < strip.count; ++k) {
         if (const PixelPoint point = pixels.at(k); point.x != kInvisible) {

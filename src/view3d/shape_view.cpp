@@ -98,7 +98,7 @@ void ShapeView::moveSequence(bool shown) {
   sourceChanged_ = sourceChanged_ || drawn > 0 || directions_.size() > 0;
   directions_.clear();
   if (drawn > 0) {
-    drawDirections(directions_, drawn, random_, share_);
+    directions_.take(random_, drawn);
   }
   random_.skip(kDrawsPerVertex * (all - drawn));
 }

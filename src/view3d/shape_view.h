@@ -115,7 +115,7 @@ class ShapeView {
   PathRecord profilePath_;                 ///< the path when the kind was set
   ShapeMesh mesh_;
   ShapeSections sections_;
-  VectorStreams directions_;  ///< empty while Vertex Disperse shows none
+  RandomDirections directions_;  ///< none while Vertex Disperse shows none
   CRandSequence random_;
   ShapeColumns columns_;
   WorkShare share_;

@@ -48,7 +48,7 @@ void StripPainter::drawGroup(std::uint32_t chunks, std::size_t begin, std::size_
 
 void StripPainter::load(std::size_t column, std::uint32_t chunks) {
   const ColumnVertices vertices =
-      shape_.vertices(strip_.instance, column, strip_.first, strip_.count, block_);
+      shape_.vertices(strip_.instance, column, strip_.first, strip_.count, workplace_);
   projectColumn(vertices, chunks, map_, at(column), reach_);
 }
 

@@ -30,7 +30,7 @@ class StripPainter {
  public:
   StripPainter(const ShapeColumns& shape, const PixelMap& map, const WireTarget& target,
                PixelReach& reach)
-      : shape_(shape), map_(map), target_(target), reach_(reach) {}
+      : shape_(shape), map_(map), target_(target), reach_(reach), workplace_(shape) {}
 
   /// The columns from `begin` to `end`, with the lines to the one behind; as far as
   /// they can still light a pixel. `begin` starts a group of patches.
@@ -50,7 +50,7 @@ class StripPainter {
   const WireTarget& target_;
   PixelReach& reach_;
   Strip strip_;
-  VertexBlock block_;
+  ShapeColumns::Workplace workplace_;
   std::array<PixelColumn, 3> columns_;
   std::size_t nextColumn_ = 0;      ///< the first that is not loaded behind those that are
   std::uint32_t loadedChunks_ = 0;  ///< of the columns that are loaded; none at first

@@ -29,20 +29,27 @@ double vertices(const ShapeRecord& shape) {
   return static_cast<double>(arc) * (shape.emitter.verticalAmount + 1) * (shape.emitter.copies + 1);
 }
 
-void printHeader(const char* what) {
-  std::printf("\n%-14s %12s %10s %10s %12s %12s\n", what, "vertices", "draw ms", "frame ms",
-              "draw ns/vtx", "frame ns/vtx");
+/// A table whose costs are also told for each of some units.
+void printHeader(const char* what, const char* unit) {
+  std::printf("\n%-12s %10s %10s %10s   ns a %s: %6s %6s\n", what, "vertices", "draw ms",
+              "frame ms", unit, "draw", "frame");
 }
 
-void printLine(const std::string& name, const ShapeRecord& shape, FrameSize size) {
+struct Costs {
+  double draw;   ///< ms
+  double frame;  ///< ms
+};
+Costs measure(const ShapeRecord& shape, FrameSize size) {
   std::vector<Contender> contenders{{ourDrawing(shape, size).run, {}},
                                     {ourFrame(shape, size).run, {}}};
   takeTurns(contenders);
-  const double draw = median(contenders[0].milliseconds);
-  const double frame = median(contenders[1].milliseconds);
-  const double count = vertices(shape);
-  std::printf("%-14s %12.0f %10.4f %10.4f %12.2f %12.2f\n", name.c_str(), count, draw, frame,
-              draw * 1e6 / count, frame * 1e6 / count);
+  return {median(contenders[0].milliseconds), median(contenders[1].milliseconds)};
+}
+
+void printLine(const std::string& name, const ShapeRecord& shape, FrameSize size, double units) {
+  const auto [draw, frame] = measure(shape, size);
+  std::printf("%-12s %10.0f %10.4f %10.4f   %20.2f %6.2f\n", name.c_str(), vertices(shape), draw,
+              frame, draw * 1e6 / units, frame * 1e6 / units);
   std::fflush(stdout);
 }
 
@@ -50,20 +57,23 @@ void printLine(const std::string& name, const ShapeRecord& shape, FrameSize size
 
 int printGrowth() {
   std::printf("Medians of wall times; neutral modifiers, 640x480 where nothing else is said\n");
-  printHeader("sections");
+  printHeader("sections", "vertex");
   for (const std::int32_t sections : {50, 100, 200, 400, 800}) {
     const std::string side = std::to_string(sections);
-    printLine(side + "x" + side, sphere(sections, 0), kSmall);
+    const ShapeRecord shape = sphere(sections, 0);
+    printLine(side + "x" + side, shape, kSmall, vertices(shape));
   }
-  printHeader("copies");
+  printHeader("copies", "vertex");
   for (const std::int32_t copies : {0, 5, 10, 20}) {
-    printLine(std::to_string(copies), sphere(400, copies), kSmall);
+    const ShapeRecord shape = sphere(400, copies);
+    printLine(std::to_string(copies), shape, kSmall, vertices(shape));
   }
   for (const std::int32_t copies : {0, 20}) {
-    printHeader(copies == 0 ? "pixels, S2" : "pixels, S3");
+    printHeader(copies == 0 ? "pixels, S2" : "pixels, S3", "pixel ");
     for (const FrameSize size : {FrameSize{320, 240}, kSmall, FrameSize{1280, 720},
                                  FrameSize{1920, 1080}, FrameSize{3840, 2160}}) {
-      printLine(size.name(), sphere(400, copies), size);
+      printLine(size.name(), sphere(400, copies), size,
+                static_cast<double>(size.width) * size.height);
     }
   }
   return 0;

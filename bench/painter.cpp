@@ -95,6 +95,7 @@ Way quickestWay() {
 
 void measurePainter(benchmark::State& state, const Scene& scene, FrameSize size) {
   const Job job = painterDrawing(plainMesh(makeShape(scene)), size);
+  clearWideRegisters();
   for (auto _ : state) {
     job.run();
     benchmark::ClobberMemory();

@@ -15,6 +15,7 @@ constexpr Milliseconds kTurn{25.0};
 constexpr Milliseconds kTogether{2000.0};
 
 void takeTurn(Contender& contender) {
+  clearWideRegisters();
   const Clock::time_point begin = Clock::now();
   Clock::time_point before = begin;
   do {
@@ -24,6 +25,12 @@ void takeTurn(Contender& contender) {
     before = now;
   } while (before - begin < kTurn);
 }
+
+#if defined(__x86_64__) && defined(__GNUC__)
+__attribute__((target("avx"))) void clearUpperHalves() {
+  __builtin_ia32_vzeroupper();
+}
+#endif
 
 }  // namespace
 
@@ -37,6 +44,14 @@ void takeTurns(std::vector<Contender>& contenders) {
       takeTurn(contender);
     }
   }
+}
+
+void clearWideRegisters() {
+#if defined(__x86_64__) && defined(__GNUC__)
+  if (__builtin_cpu_supports("avx")) {
+    clearUpperHalves();
+  }
+#endif
 }
 
 double median(std::vector<double> values) {

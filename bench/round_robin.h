@@ -16,6 +16,11 @@ struct Contender {
 /// two seconds together; a first run of each is not counted.
 void takeTurns(std::vector<Contender>& contenders);
 
+/// Leaves the vector registers as a thread that never used them has them. Where
+/// wide vector code does not tidy up behind it, all scalar code that follows on its
+/// thread takes up to twice as long, which must not be laid at the others' door.
+void clearWideRegisters();
+
 /// 0 when there are none.
 [[nodiscard]] double median(std::vector<double> values);
 

@@ -56,6 +56,9 @@ inline constexpr double kCosineTerms[] = {-0.4999999999996389, 0.041666666637396
   constexpr double kFullTurn = 6.28318530717958647693;
   constexpr double kReducible = 1.0e6;  // up to here the two-part product is exact
 
+  if (radians == 0.0F) {
+    return {};  // what comes out below too
+  }
   auto x = static_cast<double>(radians);
   if (!(x > -kReducible && x < kReducible)) {
     x = std::remainder(x, kFullTurn);  // exact by definition, hence portable

@@ -155,7 +155,7 @@ void fillBase(ShapeMesh& mesh, const ShapeSections& sections) {
   for (std::size_t column = 0; column < sections.columns(); ++column) {
     for (std::size_t first = 0; first < sections.rows(); first += VertexBlock::kCapacity) {
       const std::size_t count = std::min(VertexBlock::kCapacity, sections.rows() - first);
-      sections.vertices(column, first, count, block);
+      sections.vertices(column, first, count, {}, block.place());
       storeVertices(block, column * sections.rows() + first, count, mesh.current()->base);
     }
   }

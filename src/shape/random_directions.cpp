@@ -1,6 +1,8 @@
 // A word of the sequence is r[i] = r[i-3] + r[i-31]. Putting the rule into its own
 // first term k - 1 times gives r[i] = r[i-3k] + the sum of r[i-31-3j] for j from 0
-// to k - 1, of which as many neighbours can be made at once as 3 k allows.
+// to k - 1, of which as many neighbours can be made at once as 3 k allows. They
+// come out of words that were stored just before, across the borders of those
+// stores, for which a processor has to wait; so several runs take turns.
 #include "shape/random_directions.h"
 
 #include <algorithm>
@@ -11,6 +13,8 @@
 // clang-format off
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
+
+#include "math/leave_vectors-inl.h"
 // clang-format on
 
 #ifndef _WIN32
@@ -24,18 +28,18 @@ using Words = hn::CappedTag<std::uint32_t, 16>;
 using Floats = hn::RebindToFloat<Words>;
 using F = hn::Vec<Floats>;
 
-/// Writes `count` words from `to` on, and up to a vector more; 48 stand before.
-void follow(std::uint32_t* to, std::size_t count) {
+constexpr std::size_t kHistory = 48;  ///< words that the next ones are made of
+
+/// A vector of words at `to`, behind that history.
+HWY_INLINE void follow(std::uint32_t* to) {
   const Words d;
   constexpr std::size_t kTerms = (hn::MaxLanes(Words()) + 2) / 3;
-  static_assert(31 + 3 * (kTerms - 1) <= 48);
-  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
-    auto sum = hn::LoadU(d, to + i - 3 * kTerms);
-    for (std::size_t j = 0; j < kTerms; ++j) {
-      sum = hn::Add(sum, hn::LoadU(d, to + i - 31 - 3 * j));
-    }
-    hn::StoreU(sum, d, to + i);
+  static_assert(31 + 3 * (kTerms - 1) <= kHistory);
+  auto sum = hn::LoadU(d, to - 3 * kTerms);
+  for (std::size_t j = 0; j < kTerms; ++j) {
+    sum = hn::Add(sum, hn::LoadU(d, to - 31 - 3 * j));
   }
+  hn::StoreU(sum, d, to);
 }
 
 /// n / 100000 for whole numbers 0 to 100000, rounded once. With a fused operation
@@ -68,13 +72,14 @@ HWY_INLINE F share(const std::uint32_t* word) {
       hn::ConvertTo(df, hn::BitCast(di, hn::Min(rest, hn::Add(rest, steps)))));
 }
 
-/// Directions from words, six a vertex.
-void convert(const std::uint32_t* words, std::size_t count, VertexBlock& to) {
+constexpr std::size_t kTurn = 16;  ///< vertices that a run makes in its turn
+
+/// Their directions from words, six a vertex.
+HWY_INLINE void convert(const std::uint32_t* words, float* toX, float* toY, float* toZ) {
   const Floats d;
-  constexpr std::size_t kMost = hn::MaxLanes(Floats());
   const std::size_t lanes = hn::Lanes(d);
-  HWY_ALIGN float mixed[3 * kMost];  // x, y, z, x, y, z, ...
-  for (std::size_t i = 0; i < count; i += lanes) {
+  HWY_ALIGN float mixed[3 * hn::MaxLanes(Floats())];  // x, y, z, x, y, z, ...
+  for (std::size_t i = 0; i < kTurn; i += lanes) {
     for (std::size_t part = 0; part < 3; ++part) {
       const std::uint32_t* from = words + 6 * i + 2 * part * lanes;
       const F low = share(from);
@@ -90,9 +95,9 @@ void convert(const std::uint32_t* words, std::size_t count, VertexBlock& to) {
     F y = hn::Undefined(d);
     F z = hn::Undefined(d);
     hn::LoadInterleaved3(d, mixed, x, y, z);
-    hn::Store(x, d, to.x + i);
-    hn::Store(y, d, to.y + i);
-    hn::Store(z, d, to.z + i);
+    hn::Store(x, d, toX + i);
+    hn::Store(y, d, toY + i);
+    hn::Store(z, d, toZ + i);
   }
 }
 
@@ -115,6 +120,53 @@ void advance(const CRandSequence::Window& terms, CRandSequence::Window& window) 
     hn::StoreU(sum, d, result + j);
   }
   std::copy_n(result, kDegree, window.begin());
+  leaveVectors();
+}
+
+/// A run's latest words, and room for those of a turn.
+struct alignas(64) RunWords {
+  static constexpr std::size_t kDraws = kDrawsPerVertex * kTurn;
+
+  /// The words before a window follow from it backwards.
+  void start(const CRandSequence::Window& window) {
+    constexpr std::size_t kDegree = CRandSequence::kDegree;
+    std::copy(window.begin(), window.end(), words + kHistory - kDegree);
+    for (std::size_t i = kHistory - kDegree; i-- > 0;) {
+      words[i] = words[i + kDegree] - words[i + kDegree - 3];
+    }
+  }
+  void endTurn() { std::copy_n(words + kDraws, kHistory, words); }
+
+  std::uint32_t words[kHistory + kDraws];
+};
+
+/// `kRuns` runs of `length` vertices, whole turns, one behind the other in x, y and
+/// z. The windows tell where each begins.
+template <std::size_t kRuns>
+HWY_INLINE void follow(const std::array<CRandSequence::Window, kRuns>& windows, std::size_t length,
+                       float* x, float* y, float* z) {
+  RunWords runs[kRuns];
+  for (std::size_t run = 0; run < kRuns; ++run) {
+    runs[run].start(windows[run]);
+  }
+  for (std::size_t vertex = 0; vertex < length; vertex += kTurn) {
+    for (std::size_t i = 0; i < RunWords::kDraws; i += hn::Lanes(Words())) {
+      for (RunWords& run : runs) {
+        follow(run.words + kHistory + i);
+      }
+    }
+    for (std::size_t run = 0; run < kRuns; ++run) {
+      const std::size_t at = run * length + vertex;
+      convert(runs[run].words + kHistory, x + at, y + at, z + at);
+      runs[run].endTurn();
+    }
+  }
+}
+
+void followRuns(const std::array<CRandSequence::Window, 8>& windows, std::size_t length, float* x,
+                float* y, float* z) {
+  follow(windows, length, x, y, z);
+  leaveVectors();
 }
 
 }  // namespace pv::HWY_NAMESPACE
@@ -136,6 +188,22 @@ void repeatLast(std::size_t count, VertexBlock& block) {
 
 }  // namespace
 
+void RandomDirections::Reader::read(std::size_t first, std::size_t count, VertexBlock& to) {
+  for (std::size_t done = 0; done < count;) {
+    const std::size_t vertex = first + done;
+    if (vertex / kGroup != made_) {
+      make(vertex / kGroup);
+    }
+    const std::size_t from = vertex % kGroup;
+    const std::size_t part = std::min(count - done, kGroup - from);
+    std::copy_n(group_.x.data() + from, part, to.x + done);
+    std::copy_n(group_.y.data() + from, part, to.y + done);
+    std::copy_n(group_.z.data() + from, part, to.z + done);
+    done += part;
+  }
+  repeatLast(count, to);
+}
+
 #ifdef _WIN32
 
 void RandomDirections::take(CRandSequence& random, std::size_t count) {
@@ -144,85 +212,59 @@ void RandomDirections::take(CRandSequence& random, std::size_t count) {
   random.skip(kDrawsPerVertex * count);
 }
 
-void RandomDirections::Reader::read(std::size_t first, std::size_t count, VertexBlock& to) {
-  if (first != next_) {
-    random_ = from_.start_;
-    random_.skip(kDrawsPerVertex * first);
-  }
-  const auto component = [this] {
+void RandomDirections::Reader::make(std::size_t group) {
+  CRandSequence random = from_.start_;
+  random.skip(kDrawsPerVertex * kGroup * group);
+  const auto component = [&random] {
     constexpr std::int32_t kSteps = 100001;
-    const float a = static_cast<float>(random_.next() % kSteps) / 100000.0F;
-    const float b = static_cast<float>(random_.next() % kSteps) / 100000.0F;
+    const float a = static_cast<float>(random.next() % kSteps) / 100000.0F;
+    const float b = static_cast<float>(random.next() % kSteps) / 100000.0F;
     return a - b;
   };
-  for (std::size_t i = 0; i < count; ++i) {
-    to.x[i] = component();
-    to.y[i] = component();
-    to.z[i] = component();
+  for (std::size_t i = 0; i < kGroup; ++i) {
+    group_.x[i] = component();
+    group_.y[i] = component();
+    group_.z[i] = component();
   }
-  repeatLast(count, to);
-  next_ = first + count;
+  made_ = group;
 }
 
 #else
 
-HWY_EXPORT(follow);
-HWY_EXPORT(convert);
+HWY_EXPORT(followRuns);
 HWY_EXPORT(advance);
 
 void RandomDirections::take(CRandSequence& random, std::size_t count) {
+  if (marks_.empty()) {
+    nextRun_ = CRandSequence::jumpTerms(kDrawsPerVertex * kRun);
+    nextGroup_ = CRandSequence::jumpTerms(kDrawsPerVertex * kGroup);
+  }
   count_ = count;
-  marks_.resize(count / kSpacing + 1);
+  marks_.resize(count / kGroup + 1);
   marks_[0] = random.window();
-  const CRandSequence::Window terms = CRandSequence::jumpTerms(kDrawsPerVertex * kSpacing);
   for (std::size_t i = 1; i < marks_.size(); ++i) {
     marks_[i] = marks_[i - 1];
-    HWY_DYNAMIC_DISPATCH(advance)(terms, marks_[i]);
+    HWY_DYNAMIC_DISPATCH(advance)(nextGroup_, marks_[i]);
   }
   random.skip(kDrawsPerVertex * count);
 }
 
-void RandomDirections::Reader::read(std::size_t first, std::size_t count, VertexBlock& to) {
-  if (first != next_) {
-    enter(first);
+void RandomDirections::Reader::make(std::size_t group) {
+  std::array<CRandSequence::Window, kRuns> windows;
+  windows[0] = from_.marks_[group];
+  for (std::size_t run = 1; run < kRuns; ++run) {
+    windows[run] = windows[run - 1];
+    HWY_DYNAMIC_DISPATCH(advance)(from_.nextRun_, windows[run]);
   }
-  const std::size_t padded = VertexBlock::padded(count);
-  makeWords(padded);
-  HWY_DYNAMIC_DISPATCH(convert)(words_.data() + kHistory, padded, to);
-  repeatLast(count, to);
-  forgetWords(count);
-  next_ = first + count;
-}
-
-// The words before a mark follow from it backwards.
-void RandomDirections::Reader::enter(std::size_t vertex) {
-  constexpr std::size_t kDegree = CRandSequence::kDegree;
-  const CRandSequence::Window& mark = from_.marks_[vertex / kSpacing];
-  std::copy(mark.begin(), mark.end(), words_.begin() + (kHistory - kDegree));
-  for (std::size_t i = kHistory - kDegree; i-- > 0;) {
-    words_[i] = words_[i + kDegree] - words_[i + kDegree - 3];
-  }
-  for (std::size_t left = vertex % kSpacing; left > 0;) {
-    const std::size_t step = std::min(left, VertexBlock::kCapacity);
-    makeWords(step);
-    forgetWords(step);
-    left -= step;
-  }
-}
-
-void RandomDirections::Reader::makeWords(std::size_t vertices) {
-  HWY_DYNAMIC_DISPATCH(follow)(words_.data() + kHistory, kDrawsPerVertex * vertices);
-}
-
-void RandomDirections::Reader::forgetWords(std::size_t vertices) {
-  std::copy_n(words_.begin() + static_cast<std::ptrdiff_t>(kDrawsPerVertex * vertices), kHistory,
-              words_.begin());
+  HWY_DYNAMIC_DISPATCH(followRuns)
+  (windows, kRun, group_.x.data(), group_.y.data(), group_.z.data());
+  made_ = group;
 }
 
 #endif
 
 void drawDirections(VectorStreams& to, std::size_t count, CRandSequence& random, WorkShare& share) {
-  constexpr std::size_t kRound = 16 * VertexBlock::kCapacity;
+  constexpr std::size_t kRound = 32 * VertexBlock::kCapacity;  // whole groups
   if (!to.resize(count)) {
     random.skip(kDrawsPerVertex * count);
     return;

@@ -29,22 +29,26 @@ class RandomDirections {
   [[nodiscard]] std::size_t size() const { return count_; }
 
  private:
-  static constexpr std::size_t kSpacing = 2048;  ///< vertices from mark to mark
+  // Runs of neighbouring vertices are made side by side, a group of runs at a time.
+  static constexpr std::size_t kRuns = 8;
+  static constexpr std::size_t kRun = 512;  ///< vertices
+  static constexpr std::size_t kGroup = kRuns * kRun;
 
   std::size_t count_ = 0;
 #ifdef _WIN32
   CRandSequence start_;
 #else
-  std::vector<CRandSequence::Window> marks_;
+  std::vector<CRandSequence::Window> marks_;  ///< where each group starts
+  CRandSequence::Window nextRun_{};           ///< jump terms from run to run
+  CRandSequence::Window nextGroup_{};
 #endif
 };
 
-/// Makes directions in one thread. Reading on is quick; reading elsewhere has to go
-/// to the place first.
+/// Makes directions in one thread, and keeps the group that it made last.
 class RandomDirections::Reader {
  public:
   /// `from` must stay as it is.
-  // The words are set before they are read.
+  // What a group holds is set before it is read.
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
   explicit Reader(const RandomDirections& from) : from_(from) {}
 
@@ -53,21 +57,18 @@ class RandomDirections::Reader {
   void read(std::size_t first, std::size_t count, VertexBlock& to);
 
  private:
-  static constexpr std::size_t kNowhere = std::numeric_limits<std::size_t>::max();
+  static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+  struct alignas(64) Group {
+    std::array<float, kGroup> x;
+    std::array<float, kGroup> y;
+    std::array<float, kGroup> z;
+  };
+
+  void make(std::size_t group);
 
   const RandomDirections& from_;
-  std::size_t next_ = kNowhere;  ///< the vertex behind the last that was read
-#ifdef _WIN32
-  CRandSequence random_;
-#else
-  void enter(std::size_t vertex);
-  void makeWords(std::size_t vertices);
-  void forgetWords(std::size_t vertices);
-
-  static constexpr std::size_t kHistory = 48;  ///< words that later ones are made of
-  static constexpr std::size_t kRoom = kDrawsPerVertex * VertexBlock::kCapacity + 64;
-  alignas(64) std::array<std::uint32_t, kHistory + kRoom> words_;
-#endif
+  std::size_t made_ = kNone;
+  Group group_;
 };
 
 /// Directions of `count` vertices as streams. Without memory there are none, and

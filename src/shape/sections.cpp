@@ -15,11 +15,11 @@ void ShapeSections::clear() {
 bool ShapeSections::repeat(std::span<const Vec3> profile, std::int32_t sections, Spread spread,
                            float step, float back) {
   clear();
-  if (!profile_.resize(profile.size())) {
+  if (!profile_.resize(VertexBlock::padded(profile.size()))) {
     return false;
   }
-  for (std::size_t i = 0; i < profile.size(); ++i) {
-    const Vec3& p = profile[i];
+  for (std::size_t i = 0; i < profile_.size(); ++i) {
+    const Vec3& p = profile[std::min(i, profile.size() - 1)];
     profile_.set(i, spread == Spread::Sweep ? Vec3{p.z, p.y, p.x} : p);
   }
   rows_ = profile.size();
@@ -32,32 +32,31 @@ bool ShapeSections::repeat(std::span<const Vec3> profile, std::int32_t sections,
 
 bool ShapeSections::repeatLine(std::size_t count, float top, float height, std::int32_t sections,
                                float step, float back) {
-  if (!repeat({}, sections, Spread::Extrude, step, back) || !profile_.resize(count)) {
+  if (!repeat({}, sections, Spread::Extrude, step, back) ||
+      !profile_.resize(VertexBlock::padded(count))) {
     clear();
     return false;
   }
-  for (std::size_t i = 0; i < count; ++i) {
-    profile_.set(i, {0.0F, top - static_cast<float>(i) * height, 0.0F});
+  for (std::size_t i = 0; i < profile_.size(); ++i) {
+    const auto row = static_cast<float>(std::min(i, count - 1));
+    profile_.set(i, {0.0F, top - row * height, 0.0F});
   }
   rows_ = count;
   return true;
 }
 
 void ShapeSections::vertices(std::size_t column, std::size_t first, std::size_t count,
-                             VertexBlock& block) const {
-  loadVertices(profile_, first, count, block);
+                             std::span<const InstanceTransform> then, VertexPlace to) const {
   const float along = static_cast<float>(column) * step_ - back_;
+  const ProfileRow row{profile_.x.data() + first, profile_.y.data() + first,
+                       profile_.z.data() + first, VertexBlock::padded(count)};
   if (spread_ == Spread::Extrude) {
-    for (std::size_t i = 0; i < VertexBlock::padded(count); ++i) {
-      block.z[i] -= along;
-    }
+    moveProfile(row, along, then, to);
     return;
   }
   // Adding a move of zero changes nothing: no sum here is a negative zero.
-  transformVertices(block, count, D3DXMatrixRotationYawPitchRoll(toRadians(along), 0, 0), {});
-  if (spread_ == Spread::Sweep) {
-    std::swap_ranges(block.x, block.x + VertexBlock::padded(count), block.z);
-  }
+  const InstanceTransform turn{D3DXMatrixRotationYawPitchRoll(toRadians(along), 0, 0), {}};
+  turnProfile(row, turn, spread_ == Spread::Sweep, then, to);
 }
 
 }  // namespace pv

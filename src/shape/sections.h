@@ -5,6 +5,7 @@
 #include <span>
 
 #include "math/vec3.h"
+#include "shape/duplicates.h"
 #include "shape/shape_mesh.h"
 #include "shape/vertex_kernels.h"
 
@@ -37,12 +38,14 @@ class ShapeSections {
   [[nodiscard]] std::size_t vertices() const { return rows_ * columns_; }
 
   /// Positions of `count` (1 to VertexBlock::kCapacity) vertices of a column from
-  /// `first` on, the last repeated to the end of its chunk. May be called by
-  /// several threads.
-  void vertices(std::size_t column, std::size_t first, std::size_t count, VertexBlock& block) const;
+  /// `first` on, after two transforms at most, the last repeated to the end of its
+  /// chunk. `first` starts a chunk, and the place is aligned to 64 bytes. May be
+  /// called by several threads.
+  void vertices(std::size_t column, std::size_t first, std::size_t count,
+                std::span<const InstanceTransform> then, VertexPlace to) const;
 
  private:
-  VectorStreams profile_;  ///< x and z exchanged for a sweep
+  VectorStreams profile_;  ///< whole chunks; x and z exchanged for a sweep
   std::size_t rows_ = 0;
   std::size_t columns_ = 0;
   Spread spread_ = Spread::Extrude;

@@ -38,14 +38,13 @@ void ShapeColumns::update(const Source& source, const ModifierTable& values,
   values_ = values;
   eachAnew_ = eachAnew;
   shapeFirst_ = shapeFirst;
-  vertexTransform_ = {
+  early_[0] = {
       modifierMatrix(values[ModifierKind::VertexRotate], values[ModifierKind::VertexScale]),
       values[ModifierKind::VertexMove]};
-  shapeTransform_ = {
-      modifierMatrix(values[ModifierKind::ShapeRotate], values[ModifierKind::ShapeScale]),
-      values[ModifierKind::ShapeMove]};
+  early_[1] = {modifierMatrix(values[ModifierKind::ShapeRotate], values[ModifierKind::ShapeScale]),
+               values[ModifierKind::ShapeMove]};
   for (std::size_t k = 0; k < instances_; ++k) {
-    copies_[k] = {instanceTransform(step, static_cast<std::int32_t>(k)), shapeTransform_};
+    copies_[k] = {instanceTransform(step, static_cast<std::int32_t>(k)), early_[1]};
   }
   const bool isStored = exists && !eachAnew_;
   if (!isStored || !firstIsShaped_ || copies == 0) {
@@ -67,23 +66,35 @@ void ShapeColumns::shapeFirstInstance(WorkShare& share) {
   }
   constexpr std::size_t kRound = 4096;  // vertices, roughly
   const std::size_t columnsEach = std::max<std::size_t>(1, kRound / stride);
+  const bool isPlain = directions_->size() == 0 && !deforms(values_);
   share.run((columns_ + columnsEach - 1) / columnsEach, [&](std::size_t round, unsigned) {
     Workplace workplace(*this);
-    VertexBlock& block = workplace.block_;
     const std::size_t end = std::min(columns_, (round + 1) * columnsEach);
     for (std::size_t column = round * columnsEach; column < end; ++column) {
       for (std::size_t first = 0; first < rows_; first += VertexBlock::kCapacity) {
         const std::size_t count = std::min(VertexBlock::kCapacity, rows_ - first);
-        sections_->vertices(column, first, count, block);
-        deform(workplace, column * rows_ + first, count);
-        if (shapeFirst_) {
-          apply(shapeTransform_, block, count);
+        const std::size_t at = column * stride + first;
+        const VertexPlace to{shaped_.x.data() + at, shaped_.y.data() + at, shaped_.z.data() + at};
+        if (isPlain) {
+          sections_->vertices(column, first, count, std::span(early_).first(shapeFirst_ ? 2 : 1),
+                              to);
+        } else {
+          shapeStretch(workplace, column, first, count);
+          storeVertices(workplace.block_, at, VertexBlock::padded(count), shaped_);
         }
-        storeVertices(block, column * stride + first, VertexBlock::padded(count), shaped_);
       }
     }
   });
   firstIsShaped_ = true;
+}
+
+void ShapeColumns::shapeStretch(Workplace& workplace, std::size_t column, std::size_t first,
+                                std::size_t count) const {
+  sections_->vertices(column, first, count, std::span(early_).first(1), workplace.block_.place());
+  deform(workplace, column * rows_ + first, count);
+  if (shapeFirst_) {
+    apply(early_[1], workplace.block_, count);
+  }
 }
 
 void ShapeColumns::boxPatches(WorkShare& share) {
@@ -99,7 +110,6 @@ void ShapeColumns::boxPatches(WorkShare& share) {
 
 void ShapeColumns::deform(Workplace& workplace, std::size_t firstDirection,
                           std::size_t count) const {
-  apply(vertexTransform_, workplace.block_, count);
   const bool disperses = directions_->size() >= firstDirection + count;
   if (disperses) {
     workplace.reader_.read(firstDirection, count, workplace.directions_);
@@ -111,10 +121,9 @@ ColumnVertices ShapeColumns::vertices(std::size_t instance, std::size_t column, 
                                       std::size_t count, Workplace& workplace) const {
   if (eachAnew_) {
     VertexBlock& block = workplace.block_;
-    sections_->vertices(column, first, count, block);
-    if (instance > 0) {
-      apply(copies_[instance][0], block, count);
-    }
+    const std::array<InstanceTransform, 2> then{copies_[instance][0], early_[0]};
+    sections_->vertices(column, first, count, std::span(then).last(instance > 0 ? 2 : 1),
+                        block.place());
     deform(workplace, (instance * columns_ + column) * rows_ + first, count);
     return {block.x, block.y, block.z, count, std::span(copies_[instance]).last(1)};
   }

@@ -66,6 +66,8 @@ class ShapeColumns {
  private:
   void shapeFirstInstance(WorkShare& share);
   void boxPatches(WorkShare& share);
+  void shapeStretch(Workplace& workplace, std::size_t column, std::size_t first,
+                    std::size_t count) const;
   void deform(Workplace& workplace, std::size_t firstDirection, std::size_t count) const;
 
   const ShapeSections* sections_ = nullptr;
@@ -78,8 +80,7 @@ class ShapeColumns {
   bool eachAnew_ = false;       ///< the modifiers work on every copy, not on the first alone
   bool shapeFirst_ = false;     ///< the shape transform stands before the copies
   bool firstIsShaped_ = false;  ///< shaped_ is up to date, and so are patches_ if any
-  InstanceTransform vertexTransform_;
-  InstanceTransform shapeTransform_;
+  std::array<InstanceTransform, 2> early_;  ///< that of the vertices, that of the shape
   /// For each instance its own transform, then that of the shape.
   std::array<std::array<InstanceTransform, 2>, kMaxDuplicateCopies + 1> copies_;
   /// The first instance as far as all copies share it; columns of whole chunks.

@@ -1,12 +1,21 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 
 #include "math/matrix4.h"
+#include "shape/duplicates.h"
 #include "shape/modifier_values.h"
 #include "shape/shape_mesh.h"
 
 namespace pv {
+
+/// Where vertices are put, in whole chunks.
+struct VertexPlace {
+  float* x;
+  float* y;
+  float* z;
+};
 
 /// Some neighbouring vertices that are worked on while they lie in the nearest
 /// cache. Kernels run over whole vectors, so streams reach a little further
@@ -19,6 +28,7 @@ struct alignas(64) VertexBlock {
   float y[kCapacity];
   float z[kCapacity];
 
+  [[nodiscard]] VertexPlace place() { return {x, y, z}; }
   /// Whole vectors that hold `count` vertices.
   [[nodiscard]] static constexpr std::size_t padded(std::size_t count) {
     return (count + kStep - 1) / kStep * kStep;
@@ -32,8 +42,26 @@ void loadVertices(const VectorStreams& from, std::size_t first, std::size_t coun
 void storeVertices(const VertexBlock& block, std::size_t first, std::size_t count,
                    VectorStreams& to);
 
+/// A stretch of a profile: whole chunks, aligned to 64 bytes.
+struct ProfileRow {
+  const float* x;
+  const float* y;
+  const float* z;
+  std::size_t count;
+};
+
+/// The profile `along` units towards -z, then through the transforms, two at most.
+void moveProfile(const ProfileRow& profile, float along, std::span<const InstanceTransform> then,
+                 VertexPlace to);
+/// The same for a profile that is turned; `swaps` exchanges x and z after that.
+void turnProfile(const ProfileRow& profile, const InstanceTransform& turn, bool swaps,
+                 std::span<const InstanceTransform> then, VertexPlace to);
+
 /// Every vertex times the matrix, then moved.
 void transformVertices(VertexBlock& block, std::size_t count, const Matrix4& matrix, Vec3 move);
+
+/// Whether the modifiers below change anything without directions.
+[[nodiscard]] bool deforms(const ModifierTable& values);
 
 /// The modifiers between the vertex transform and the shape transform, in their
 /// order: Disperse (left out without directions), Pinch A and B, Taper, Shear A

@@ -114,6 +114,9 @@ void drawFrame(ShapeView& view) {
   require(frame.size() == area, "a frame has the view's size");
   require(std::ranges::all_of(frame, [](auto word) { return word == 0 || word >> 24U == 0xFF; }),
           "pixels are untouched or opaque");
+  require(static_cast<std::int64_t>(view.drawnVertices()) <= kVertexLimit,
+          "the vertex limit holds");
+  view.updateMesh();
   const MeshSlot* slot = view.mesh().current();
   if (slot == nullptr) {
     return;

@@ -90,7 +90,7 @@ void renderShape(const RenderOptions& options, CliRun& run) {
     return;
   }
   const auto frame = view.drawFrame();
-  if (!checkMesh(view, options.input, run)) {
+  if (!checkFrame(view, options.input, run)) {
     return;
   }
   const auto png = encodePng(frame, view.width(), view.height());

@@ -71,13 +71,24 @@ bool giveShape(ShapeView& view, const ShapeRecord& shape, const std::string& fil
   return true;
 }
 
-bool checkMesh(const ShapeView& view, const std::string& file, CliRun& run) {
-  const MeshSlot* slot = view.mesh().current();
-  if (slot != nullptr && (isComplete(*slot) || isEmptyMesh(view.shape()))) {
-    return true;
-  }
+namespace {
+
+bool lacksMemory(const std::string& file, CliRun& run) {
   run.fail(ExitStatus::BadData, file + ": there is not enough memory for the mesh");
   return false;
+}
+
+}  // namespace
+
+bool checkMesh(const ShapeView& view, const std::string& file, CliRun& run) {
+  const MeshSlot* slot = view.mesh().current();
+  return (slot != nullptr && (isComplete(*slot) || isEmptyMesh(view.shape()))) ||
+         lacksMemory(file, run);
+}
+
+bool checkFrame(const ShapeView& view, const std::string& file, CliRun& run) {
+  return static_cast<std::int64_t>(view.drawnVertices()) == askedVertices(view.shape()) ||
+         lacksMemory(file, run);
 }
 
 }  // namespace pv

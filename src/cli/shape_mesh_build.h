@@ -23,5 +23,7 @@ bool giveShape(ShapeView& view, const ShapeRecord& shape, const std::string& fil
 /// For a view that was given a shape and asked for its mesh or a frame: false
 /// after a report when there was not enough memory.
 bool checkMesh(const ShapeView& view, const std::string& file, CliRun& run);
+/// The same for the frame that the view drew last.
+bool checkFrame(const ShapeView& view, const std::string& file, CliRun& run);
 
 }  // namespace pv

@@ -72,9 +72,7 @@ HWY_INLINE void spread(const ProfileRow& profile, const Make& make,
 
 void move(const ProfileRow& profile, float along, std::span<const InstanceTransform> then,
           VertexPlace to) {
-  const auto make = [along](F& /*x*/, F& /*y*/, F& z) HWY_ATTR {
-    z = hn::Sub(z, constant(along));
-  };
+  const auto make = [along](F& /*x*/, F& /*y*/, F& z) HWY_ATTR { z = hn::Sub(z, constant(along)); };
   spread(profile, make, then, to);
 }
 
@@ -324,10 +322,9 @@ void transformVertices(VertexBlock& block, std::size_t count, const Matrix4& mat
 }
 
 bool deforms(const ModifierTable& values) {
-  constexpr ModifierKind kKinds[] = {ModifierKind::PinchA, ModifierKind::PinchB,
-                                     ModifierKind::Taper,  ModifierKind::ShearA,
-                                     ModifierKind::ShearB, ModifierKind::Bend,
-                                     ModifierKind::Twist,  ModifierKind::Bulge};
+  constexpr ModifierKind kKinds[] = {
+      ModifierKind::PinchA, ModifierKind::PinchB, ModifierKind::Taper, ModifierKind::ShearA,
+      ModifierKind::ShearB, ModifierKind::Bend,   ModifierKind::Twist, ModifierKind::Bulge};
   return std::any_of(std::begin(kKinds), std::end(kKinds), [&](ModifierKind kind) {
     const Vec3& v = values[kind];
     return !(v.x == 0.0F && v.y == 0.0F && v.z == 0.0F);

@@ -257,8 +257,10 @@ void ShapeView::drawShape(RasterCanvas& canvas, const ShapeProjection& projectio
       showLines_ ? painter_.collectLines(canvas, columns_, projector_, projection, share_)
                  : painter_.collectDots(canvas, columns_, projector_, projection,
                                         kDotHalfSize * pixelRatio_, share_);
-  frame_.cover(shape.with(handlesBox(canvas, projector_, projection, set_, pixelRatio_)));
+  const PixelBox handles = handlesBox(canvas, projector_, projection, set_, pixelRatio_);
+  frame_.cover(shape.with(handles));
   painter_.paint(frame_, share_);
+  frame_.touch(handles);
   drawHandles(canvas, projector_, projection, set_, highlightedHandle(), pixelRatio_);
 }
 

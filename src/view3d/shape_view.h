@@ -90,6 +90,10 @@ class ShapeView {
   /// Builds the whole mesh as the next frame would show it, without drawing; for
   /// the random sequence it counts as a frame.
   void updateMesh();
+  /// Vertices of the last frame, copies included; 0 also when there was no memory.
+  [[nodiscard]] std::size_t drawnVertices() const {
+    return columns_.rows() * columns_.columns() * columns_.instances();
+  }
   /// What drawFrame does before it draws: brings the columns up to date.
   const ShapeColumns& updateColumns();
   [[nodiscard]] const ViewProjector& projector() const { return projector_; }

@@ -1,5 +1,7 @@
 #include "view3d/view_frame.h"
 
+#include <algorithm>
+
 #include "raster/pixel_words.h"
 
 namespace pv {
@@ -25,21 +27,23 @@ bool ViewFrame::begin(const BackgroundScene& scene) {
   covered_ = {};
   kept_ = {};
   const auto size = static_cast<std::size_t>(scene.width) * static_cast<std::size_t>(scene.height);
-  isComplete_ = pixels_.resize(size) && background_.resize(size);
+  const std::size_t cells = frameCells(scene.width) * static_cast<std::size_t>(scene.height);
+  isComplete_ = pixels_.resize(size) && background_.resize(size) && dirty_.resize(cells);
   if (!isComplete_) {
     pixels_.clear();
     return false;
   }
   MMXDWORDset(pixels_.data(), 0, size);
+  std::fill_n(dirty_.data(), cells, std::uint8_t{0});
   return true;
 }
 
-// Rows of whole cache lines where the width allows it.
+// Rows of whole cells where the width allows it.
 void ViewFrame::cover(const PixelBox& drawn) {
-  constexpr std::int32_t kLine = 16;  // pixels
+  constexpr auto kCell = static_cast<std::int32_t>(kFrameCell);
   PixelBox box = drawn;
-  box.left = box.left / kLine * kLine;
-  box.right = std::min((box.right + kLine - 1) / kLine * kLine, scene_.width);
+  box.left = box.left / kCell * kCell;
+  box.right = std::min((box.right + kCell - 1) / kCell * kCell, scene_.width);
   if (!kept_.contains(box)) {
     keep(box);
   }
@@ -51,7 +55,18 @@ void ViewFrame::restore() {
   copyBox(background_.data(), pixels_.data(), scene_.width, restored_);
 }
 
-// A little more, since the next box is often a little larger.
+void ViewFrame::touch(const PixelBox& box) {
+  const std::size_t pitch = frameCells(scene_.width);
+  for (std::int32_t y = box.bottom; y < box.top && !box.empty(); ++y) {
+    std::uint8_t* row = dirty_.data() + static_cast<std::size_t>(y) * pitch;
+    std::fill(row + static_cast<std::size_t>(box.left) / kFrameCell,
+              row + static_cast<std::size_t>(box.right - 1) / kFrameCell + 1, std::uint8_t{1});
+  }
+}
+
+// A little more, since the next box is often a little larger. What lies in the box
+// of the last frame shows its background again; that its cells still count as dirty
+// only costs time.
 void ViewFrame::keep(const PixelBox& box) {
   constexpr std::int32_t kMargin = 16;
   copyBox(background_.data(), pixels_.data(), scene_.width, covered_);

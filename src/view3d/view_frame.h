@@ -21,6 +21,7 @@ struct BackgroundScene {
   std::int32_t projectorHeight = 0;
   float pixelRatio = 1.0F;
 
+  [[nodiscard]] bool isBlack() const { return !showGrid; }
   bool operator==(const BackgroundScene&) const = default;
 };
 
@@ -30,7 +31,8 @@ struct BackgroundScene {
 ///
 ///     if (frame.begin(scene)) { draw the background }
 ///     frame.cover(box);
-///     give all pixels of frame.restored() their colour, then draw within the box
+///     give all pixels of frame.restored() their colour
+///     frame.touch(part of the box), and draw there
 class ViewFrame {
  public:
   /// True when the frame is new or was cleared to 0, and lacks its background.
@@ -42,10 +44,18 @@ class ViewFrame {
   [[nodiscard]] const PixelBox& restored() const { return restored_; }
   /// Puts the background back there.
   void restore();
+  /// Notes that something is drawn over the background in a part of the box.
+  void touch(const PixelBox& box);
 
   [[nodiscard]] std::int32_t width() const { return scene_.width; }
   [[nodiscard]] std::uint32_t* data() { return pixels_.data(); }
-  [[nodiscard]] const std::uint32_t* background() const { return background_.data(); }
+  /// Null while the background is 0 everywhere.
+  [[nodiscard]] const std::uint32_t* background() const {
+    return scene_.isBlack() ? nullptr : background_.data();
+  }
+  /// One for every cell of every row: not 0 where the frame may differ from its
+  /// background.
+  [[nodiscard]] std::uint8_t* dirty() { return dirty_.data(); }
   [[nodiscard]] std::span<const std::uint32_t> pixels() const { return pixels_.span(); }
 
  private:
@@ -53,6 +63,7 @@ class ViewFrame {
 
   Buffer<std::uint32_t> pixels_;
   Buffer<std::uint32_t> background_;  ///< valid in kept_
+  Buffer<std::uint8_t> dirty_;
   BackgroundScene scene_;
   PixelBox covered_;  ///< drawn over by the last frame, within kept_
   PixelBox restored_;

@@ -10,6 +10,8 @@
 // clang-format off
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
+
+#include "math/leave_vectors-inl.h"
 // clang-format on
 
 #ifndef PV_VIEW3D_WIRE_MASK_ONCE
@@ -32,7 +34,7 @@ struct Row {
 };
 
 /// Pixels from `x` on, as many as the tag has lanes.
-template <class D, std::size_t kMasks>
+template <std::size_t kMasks, bool kBlack, class D>
 HWY_INLINE void paintSome(D d, std::uint32_t colour, const Row& row, std::size_t x) {
   const hn::Rebind<std::int8_t, D> bytes;
   const hn::RebindToSigned<D> words;
@@ -43,30 +45,64 @@ HWY_INLINE void paintSome(D d, std::uint32_t colour, const Row& row, std::size_t
     hn::StoreU(hn::Zero(bytes), bytes, row.masks[m] + x);
   }
   const auto isLit = hn::BitCast(d, hn::PromoteTo(words, lit));  // all bits or none
-  const auto under = hn::LoadU(d, row.background + x);
-  const auto ink = hn::Set(d, colour);
-  hn::StoreU(hn::Or(hn::And(isLit, ink), hn::AndNot(isLit, under)), d, row.pixels + x);
+  const auto ink = hn::And(isLit, hn::Set(d, colour));
+  if constexpr (kBlack) {
+    hn::StoreU(ink, d, row.pixels + x);
+  } else {
+    hn::StoreU(hn::Or(ink, hn::AndNot(isLit, hn::LoadU(d, row.background + x))), d, row.pixels + x);
+  }
 }
 
+/// Whether anything is lit in a whole cell.
 template <std::size_t kMasks>
-void paintBox(const PaintJob& job) {
-  const hn::ScalableTag<std::uint32_t> d;
+HWY_INLINE bool hasLight(const Row& row, std::size_t x) {
+  const hn::CappedTag<std::int8_t, kFrameCell> d;
+  auto lit = hn::Zero(d);
+  for (std::size_t m = 0; m < kMasks; ++m) {
+    for (std::size_t i = 0; i < kFrameCell; i += hn::Lanes(d)) {
+      lit = hn::Or(lit, hn::LoadU(d, row.masks[m] + x + i));
+    }
+  }
+  return !hn::AllTrue(d, hn::Eq(lit, hn::Zero(d)));
+}
+
+/// Cell by cell, from a cell's start on; cells that are clean and stay so are left.
+template <std::size_t kMasks, bool kBlack>
+HWY_INLINE void paintRow(const Row& row, std::size_t count, std::uint32_t colour,
+                         std::uint8_t* dirty) {
+  const hn::CappedTag<std::uint32_t, kFrameCell> d;
   const hn::CappedTag<std::uint32_t, 1> single;
+  std::size_t x = 0;
+  for (; x + kFrameCell <= count; x += kFrameCell, ++dirty) {
+    const bool isLit = hasLight<kMasks>(row, x);
+    if (isLit || *dirty != 0) {
+      for (std::size_t i = 0; i < kFrameCell; i += hn::Lanes(d)) {
+        paintSome<kMasks, kBlack>(d, colour, row, x + i);
+      }
+      *dirty = isLit ? 1 : 0;
+    }
+  }
+  if (x < count) {
+    *dirty = 1;
+  }
+  for (; x < count; ++x) {
+    paintSome<kMasks, kBlack>(single, colour, row, x);
+  }
+}
+
+template <std::size_t kMasks, bool kBlack>
+void paintBox(const PaintJob& job) {
+  const std::size_t pitch = frameCells(job.width);
   const auto width = static_cast<std::size_t>(job.box.right - job.box.left);
-  const std::uint32_t colour = job.colour;
   for (std::int32_t y = job.box.bottom; y < job.box.top; ++y) {
     const std::int64_t first = std::int64_t{y} * job.width + job.box.left;
-    Row row{job.pixels + first, job.background + first, {}};
+    Row row{job.pixels + first, kBlack ? nullptr : job.background + first, {}};
     for (std::size_t m = 0; m < kMasks; ++m) {
       row.masks[m] = reinterpret_cast<std::int8_t*>(job.masks[m].lit() + first);
     }
-    std::size_t x = 0;
-    for (; x + hn::Lanes(d) <= width; x += hn::Lanes(d)) {
-      paintSome<decltype(d), kMasks>(d, colour, row, x);
-    }
-    for (; x < width; ++x) {
-      paintSome<decltype(single), kMasks>(single, colour, row, x);
-    }
+    paintRow<kMasks, kBlack>(row, width, job.colour,
+                             job.dirty + static_cast<std::size_t>(y) * pitch +
+                                 static_cast<std::size_t>(job.box.left) / kFrameCell);
   }
 }
 
@@ -74,11 +110,16 @@ void paintBox(const PaintJob& job) {
 template <std::size_t... kMasks>
 HWY_INLINE void paintBoxOf(const PaintJob& job, std::index_sequence<kMasks...> /*most*/) {
   const std::size_t count = job.masks.size();
-  ((count == kMasks + 1 ? paintBox<kMasks + 1>(job) : void()), ...);
+  const bool isBlack = job.background == nullptr;
+  ((count != kMasks + 1 ? void()
+    : isBlack           ? paintBox<kMasks + 1, true>(job)
+                        : paintBox<kMasks + 1, false>(job)),
+   ...);
 }
 
 void paint(const PaintJob& job) {
   paintBoxOf(job, std::make_index_sequence<kMostMasks>());
+  leaveVectors();
 }
 
 }  // namespace pv::HWY_NAMESPACE

@@ -37,15 +37,17 @@ class WireMask {
 /// A frame, and what its pixels become.
 struct PaintJob {
   std::uint32_t* pixels;
-  const std::uint32_t* background;  ///< laid out like the frame
+  const std::uint32_t* background;  ///< laid out like the frame; null for 0 everywhere
+  std::uint8_t* dirty;              ///< of every cell of the frame
   std::int32_t width;
   std::uint32_t colour;
-  std::span<WireMask> masks;
-  PixelBox box;
+  std::span<WireMask> masks;  ///< 1 to 8
+  PixelBox box;               ///< starts a cell in each row
 };
 
 /// Gives every pixel of the box the colour where one of the masks is lit, and
-/// that of the background elsewhere; the masks are put out there.
+/// that of the background elsewhere; the masks are put out there. Cells that are
+/// not dirty show their background already; they are dirty then if they are lit.
 void paintMasks(const PaintJob& job);
 
 }  // namespace pv

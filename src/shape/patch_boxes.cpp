@@ -10,6 +10,8 @@
 // clang-format off
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
+
+#include "math/leave_vectors-inl.h"
 // clang-format on
 
 HWY_BEFORE_NAMESPACE();
@@ -39,6 +41,7 @@ void spanOf(const float* first, std::size_t stride, std::size_t columns, bool ha
   }
   *low = hn::GetLane(hn::MinOfLanes(d, lowest));
   *high = hn::GetLane(hn::MaxOfLanes(d, highest));
+  leaveVectors();
 }
 
 }  // namespace pv::HWY_NAMESPACE

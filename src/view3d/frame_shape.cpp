@@ -190,8 +190,13 @@ void ShapePainter::paint(ViewFrame& frame, WorkShare& share) {
   }
   const PixelBox box = frame.restored();
   const auto paintRows = [&](std::int32_t bottom, std::int32_t top) {
-    paintMasks({frame.data(), frame.background(), frame.dirty(), frame.width(),
-                kShapeColour | 0xFF000000U, masks_, {box.left, bottom, box.right, top}});
+    paintMasks({frame.data(),
+                frame.background(),
+                frame.dirty(),
+                frame.width(),
+                kShapeColour | 0xFF000000U,
+                masks_,
+                {box.left, bottom, box.right, top}});
   };
   if (box.pixels() < kWorthSharing) {
     paintRows(box.bottom, box.top);

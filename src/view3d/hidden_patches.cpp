@@ -14,6 +14,7 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "math/leave_vectors-inl.h"
 #include "shape/vertex_transform-inl.h"
 // clang-format on
 
@@ -189,6 +190,7 @@ std::uint32_t visible(const PatchBoxes::Group& group, std::size_t first, std::si
                  static_cast<std::size_t>(columns), static_cast<std::size_t>(rows));
     result |= static_cast<std::uint32_t>(!isHidden) << i;
   }
+  leaveVectors();
   return result;
 }
 

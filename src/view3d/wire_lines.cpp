@@ -1,6 +1,7 @@
 // The lines of one column of vertices, several vertices at a time.
 #include "view3d/wire_lines.h"
 
+#include <algorithm>
 #include <bit>
 #include <utility>
 
@@ -13,6 +14,8 @@
 // clang-format off
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
+
+#include "math/leave_vectors-inl.h"
 // clang-format on
 
 HWY_BEFORE_NAMESPACE();
@@ -113,37 +116,65 @@ struct Queue {
   }
 };
 
+/// Single pixels that wait to be lit.
 // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
-struct Lists {
-  /// Single pixels: those of vertices and the inner ones of lines up to 3 steps.
-  HWY_ALIGN std::int32_t pixels[VertexBlock::kCapacity + 2 * kMostLines + kMostLanes];
-  std::size_t pixelCount = 0;
-  Queue three;  ///< lines of 2 and 3 steps
-  Queue seven;  ///< 4 to 7 steps
-  Queue more;
+struct PixelList {
+  /// What a column adds at most without a look at the room: its vertices, and two
+  /// inner pixels of every line.
+  static constexpr std::size_t kRoom = VertexBlock::kCapacity + 2 * kMostLines;
 
-  HWY_INLINE void addPixels(I at, hn::Mask<Ints> mask) {
-    pixelCount += append(at, mask, pixels + pixelCount);
+  HWY_ALIGN std::int32_t at[kRoom + kMostLanes];
+  std::size_t count = 0;
+
+  HWY_INLINE void add(I pixels, hn::Mask<Ints> mask) { count += append(pixels, mask, at + count); }
+  HWY_INLINE void light(std::uint8_t* lit) {
+    for (std::size_t i = 0; i < count; ++i) {
+      lit[static_cast<std::uint32_t>(at[i])] = kLit;
+    }
+    count = 0;
   }
 };
 
-/// Queues the lines of more than one step. Their lengths fall into classes by
-/// the highest bit of either side.
+struct Lists {
+  PixelList pixels;
+  Queue three;  ///< lines of 2 and 3 steps
+  Queue five;   ///< 4 and 5
+  Queue seven;  ///< 6 and 7
+  Queue more;
+};
+
+/// Queues the lines of more than one step. Their lengths fall into classes by the
+/// highest bit of either side, in one case of a side and two more.
 HWY_INLINE void queueLines(I start, I way, Lists& lists) {
   const Ints d;
-  const I sides = word(hn::Abs(halves(way)));
-  const auto isLong = hasBits(sides, 0xFFFEFFFEU);
+  const S sides = hn::Abs(halves(way));
+  const auto isLong = hasBits(word(sides), 0xFFFEFFFEU);
   if (hn::AllFalse(d, isLong)) {
     return;
   }
-  const auto beyondThree = hasBits(sides, 0xFFFCFFFCU);
+  const auto beyondThree = hasBits(word(sides), 0xFFFCFFFCU);
   lists.three.add(hn::AndNot(beyondThree, isLong), start, way);
   if (!hn::AllFalse(d, beyondThree)) {
-    const auto beyondSeven = hasBits(sides, 0xFFF8FFF8U);
-    lists.seven.add(hn::AndNot(beyondSeven, beyondThree), start, way);
-    lists.more.add(beyondSeven, start, way);
+    const auto beyondFive = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 2))), 0xFFF8FFF8U);
+    const auto beyondSeven = hasBits(word(sides), 0xFFF8FFF8U);
+    lists.five.add(hn::AndNot(beyondFive, beyondThree), start, way);
+    lists.seven.add(hn::AndNot(beyondSeven, beyondFive), start, way);
+    if (!hn::AllFalse(d, beyondSeven)) {
+      lists.more.add(beyondSeven, start, way);
+    }
   }
 }
+
+/// A line as one that leads to the right, or straight up or down.
+struct Rightward {
+  HWY_INLINE Rightward(I start, I way, std::int32_t width) {
+    const I leftward = hn::BroadcastSignBit(hn::ShiftLeft<16>(way));
+    left = hn::Add(start, hn::And(leftward, flattened(way, width)));
+    sides = hn::Sub(hn::Xor(halves(way), halves(leftward)), halves(leftward));
+  }
+  I left;   ///< its left end
+  S sides;  ///< the way from there
+};
 
 // --- lines of two and three steps --------------------------------------------
 
@@ -151,29 +182,25 @@ HWY_INLINE void queueLines(I start, I way, Lists& lists) {
 // pixels away along a side of length a, which for a = n is i itself. So for n up
 // to 3 a side has gone one pixel after the first step if a >= n - 1, otherwise
 // none, and after the second of three a pixel less than it will in the end.
-HWY_INLINE void walkThree(Lists& lists, std::int32_t width) {
+HWY_INLINE void walkThree(const Queue& queue, PixelList& pixels, std::int32_t width) {
   const Ints d;
   const Shorts ds;
-  for (std::size_t i = 0; i < lists.three.count; i += hn::Lanes(d)) {
-    const I start = hn::Load(d, lists.three.start + i);
-    const I way = hn::Load(d, lists.three.way + i);
-    const I leftward = hn::BroadcastSignBit(hn::ShiftLeft<16>(way));
-    const I left = hn::Add(start, hn::And(leftward, flattened(way, width)));
-    const S rightWay = hn::Sub(hn::Xor(halves(way), halves(leftward)), halves(leftward));
-    const S sides = hn::Abs(rightWay);
+  for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
+    const Rightward line(hn::Load(d, queue.start + i), hn::Load(d, queue.way + i), width);
+    const S sides = hn::Abs(line.sides);
     const I swapped = hn::Or(hn::ShiftLeft<16>(word(sides)), hn::ShiftRight<16>(word(sides)));
     const S steps = hn::Max(sides, halves(swapped));
-    const S unit = hn::Or(hn::BroadcastSignBit(rightWay), hn::Set(ds, 1));
+    const S unit = hn::Or(hn::BroadcastSignBit(line.sides), hn::Set(ds, 1));
     const S first = hn::IfThenElseZero(hn::Gt(sides, hn::Sub(steps, hn::Set(ds, 2))), unit);
-    const S second = hn::Sub(rightWay, first);
-    const auto inUse = hn::FirstN(d, lists.three.count - i);
+    const S second = hn::Sub(line.sides, first);
+    const auto inUse = hn::FirstN(d, queue.count - i);
     const auto hasSecond = hn::And(inUse, hn::Eq(word(steps), hn::Set(d, 0x00030003)));
-    lists.addPixels(hn::Add(left, flattened(word(first), width)), inUse);
-    lists.addPixels(hn::Add(left, flattened(word(second), width)), hasSecond);
+    pixels.add(hn::Add(line.left, flattened(word(first), width)), inUse);
+    pixels.add(hn::Add(line.left, flattened(word(second), width)), hasSecond);
   }
 }
 
-// --- longer lines ------------------------------------------------------------
+// --- up to seven steps -------------------------------------------------------
 
 // All look-ups of a line stand before its stores, of which the compiler cannot
 // know that they do not reach the table. The target is passed by value for the
@@ -195,21 +222,92 @@ HWY_INLINE void walkSeven(Queue& queue, const WireTarget target,
   }
 }
 
-void walkMore(const Queue& queue, const WireTarget target) {
-  for (std::size_t i = 0; i < queue.count; ++i) {
-    const std::int64_t dx = static_cast<std::int16_t>(queue.way[i] & 0xFFFF);
-    const std::int64_t dy = queue.way[i] >> 16;
-    const std::int64_t start = queue.start[i];
-    const LineSegment line = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
-    if (dy == 0) {
-      for (std::int64_t x = line.x1; x < line.x2; ++x) {
-        target.set(start + x);
+// --- longer lines ------------------------------------------------------------
+
+constexpr std::int32_t kVectorWalk = 63;  // steps
+
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+struct Walks {
+  HWY_ALIGN std::int32_t left[kMostLanes];
+  HWY_ALIGN std::int32_t forward[kMostLanes];
+  HWY_ALIGN std::int32_t sideways[kMostLanes];
+  HWY_ALIGN std::int32_t slope[kMostLanes];
+  HWY_ALIGN std::int32_t steps[kMostLanes];
+};
+
+/// The slope, aside per step, has sixteen binary places.
+HWY_INLINE void prepareWalks(I start, I way, std::int32_t width, Walks& walks) {
+  const Ints d;
+  const hn::RebindToFloat<Ints> df;
+  const Rightward line(start, way, width);
+  const I dx = hn::ShiftRight<16>(hn::ShiftLeft<16>(word(line.sides)));
+  const I dy = hn::ShiftRight<16>(word(line.sides));
+  const I row = hn::IfThenElse(hn::Lt(dy, hn::Zero(d)), hn::Set(d, -width), hn::Set(d, width));
+  const auto isSteep = hn::Gt(hn::Abs(dy), dx);
+  const I steps = hn::Max(hn::Abs(dy), dx);
+  const I drift = hn::Min(hn::Abs(dy), dx);
+  const auto slope =
+      hn::Div(hn::Mul(hn::ConvertTo(df, drift), hn::Set(df, 65536.0F)), hn::ConvertTo(df, steps));
+  hn::Store(line.left, d, walks.left);
+  hn::Store(hn::IfThenElse(isSteep, row, hn::Set(d, 1)), d, walks.forward);
+  hn::Store(hn::IfThenElse(isSteep, hn::Set(d, 1), row), d, walks.sideways);
+  hn::Store(hn::ConvertTo(d, slope), d, walks.slope);
+  hn::Store(steps, d, walks.steps);
+}
+
+// The steps of a line side by side. Step i of n has gone floor((2 i a + n) / (2 n))
+// aside, the whole part of i a / n + 1/2, which misses the next whole number by
+// 1 / (2 n) > 2^-7 if at all. The slope is less than 1.01 units of 2^-16 below
+// a / n, and hardly above, so in 63 steps less than 2^-10 is lost; with 2^-9 more
+// than 1/2 added the whole part is the exact one.
+HWY_INLINE void walkSteps(const Walks& walks, std::size_t k, PixelList& pixels) {
+  const Ints d;
+  const std::int32_t steps = walks.steps[k];
+  const I left = hn::Set(d, walks.left[k]);
+  const I forward = hn::Set(d, walks.forward[k]);
+  const I sideways = hn::Set(d, walks.sideways[k]);
+  const I slope = hn::Set(d, walks.slope[k]);
+  const I half = hn::Set(d, (1 << 15) + (1 << 7));
+  for (std::int32_t first = 1; first < steps; first += static_cast<std::int32_t>(hn::Lanes(d))) {
+    const I step = hn::Iota(d, first);
+    const I aside = hn::ShiftRight<16>(hn::Add(hn::Mul(step, slope), half));
+    const I at = hn::Add(hn::Add(left, hn::Mul(step, forward)), hn::Mul(aside, sideways));
+    hn::StoreU(at, d, pixels.at + pixels.count);
+    pixels.count += std::min(hn::Lanes(d), static_cast<std::size_t>(steps - first));
+  }
+}
+
+void walkFurther(std::int32_t start, std::int32_t way, const WireTarget& target) {
+  const std::int64_t dx = static_cast<std::int16_t>(way & 0xFFFF);
+  const std::int64_t dy = way >> 16;
+  const LineSegment line = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
+  if (dy == 0) {
+    for (std::int64_t x = line.x1; x < line.x2; ++x) {
+      target.set(start + x);
+    }
+  } else {
+    walkLine(line, target.width, [&](std::int64_t pixel) { target.set(start + pixel); });
+  }
+}
+
+void walkMore(const Queue& queue, const WireTarget& target, PixelList& pixels) {
+  const Ints d;
+  Walks walks;
+  for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
+    const std::size_t count = std::min(hn::Lanes(d), queue.count - i);
+    prepareWalks(hn::Load(d, queue.start + i), hn::Load(d, queue.way + i), target.width, walks);
+    for (std::size_t k = 0; k < count; ++k) {
+      if (walks.steps[k] <= kVectorWalk) {
+        walkSteps(walks, k, pixels);
+      } else {
+        walkFurther(queue.start[i + k], queue.way[i + k], target);
       }
-    } else {
-      walkLine(line, target.width,
-               [target, start](std::int64_t pixel) { target.set(start + pixel); });
+      if (pixels.count > PixelList::kRoom - kVectorWalk) {
+        pixels.light(target.lit);
+      }
     }
   }
+  pixels.light(target.lit);
 }
 
 // --- a column ----------------------------------------------------------------
@@ -222,12 +320,6 @@ HWY_INLINE hn::Mask<Ints> isLit(I up, I on, I down, I back) {
   const S right = hn::Max(furthest, hn::Zero(Shorts()));
   const I lowHalf = hn::Set(d, 0xFFFF);
   return hn::Ne(hn::Or(hn::AndNot(lowHalf, rises), hn::And(lowHalf, word(right))), hn::Zero(d));
-}
-
-HWY_INLINE void lightPixels(const std::int32_t* at, std::size_t count, std::uint8_t* lit) {
-  for (std::size_t i = 0; i < count; ++i) {
-    lit[static_cast<std::uint32_t>(at[i])] = kLit;
-  }
 }
 
 void light(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
@@ -244,15 +336,19 @@ void light(const PixelColumn& before, const PixelColumn& column, const PixelColu
       const I down = difference(hn::LoadU(d, column.spots + i - 1), spot);
       const I back = difference(hn::Load(d, before.spots + i), spot);
       const I start = flattened(spot, target.width);
-      lists.addPixels(start, isLit(up, on, down, back));
+      lists.pixels.add(start, isLit(up, on, down, back));
       queueLines(start, up, lists);
       queueLines(start, on, lists);
     }
   }
-  walkThree(lists, target.width);
-  lightPixels(lists.pixels, lists.pixelCount, target.lit);
+  walkThree(lists.three, lists.pixels, target.width);
+  lists.pixels.light(target.lit);
+  walkSeven(lists.five, target, std::make_index_sequence<4>());
   walkSeven(lists.seven, target, std::make_index_sequence<ShortLines::kMost>());
-  walkMore(lists.more, target);
+  if (lists.more.count > 0) {
+    walkMore(lists.more, target, lists.pixels);
+  }
+  leaveVectors();
 }
 
 #endif

@@ -12,6 +12,7 @@
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
+#include "math/leave_vectors-inl.h"
 #include "shape/vertex_transform-inl.h"
 // clang-format on
 
@@ -207,6 +208,7 @@ void project(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& m
   } else {
     projectAfter<FlatForm>(from, chunks, map, out, reach);
   }
+  leaveVectors();
 }
 
 }  // namespace pv::HWY_NAMESPACE

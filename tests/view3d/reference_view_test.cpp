@@ -119,6 +119,36 @@ TEST(ReferenceView, ConsecutiveFramesContinueTheRandomSequence) {
   }
 }
 
+// What a frame drew over must come back, and nothing else.
+TEST(ReferenceView, FramesOverOneBackground) {
+  Dice dice(35);
+  for (int i = 0; i < 60; ++i) {
+    ShapeRecord shape = reference::randomShape(dice, Taste::Useful);
+    FrameSetup setup = randomSetup(dice);
+    ShapeView view;
+    view.setShape(shape);
+    reference::Random random;
+    (void)reference::generateShape(shape, random);
+    for (int frame = 0; frame < 10; ++frame) {
+      const auto changed = static_cast<std::size_t>(dice.below(14));
+      if (changed != 2 && changed != 13) {  // other than the scales
+        const float reach = changed == 1 || changed == 12 ? 90.0F : 0.5F;
+        shape.modifiers.triples[changed] = {dice.between(-reach, reach), 0,
+                                            dice.between(-reach, reach)};
+      }
+      setup.selected = static_cast<ModifierKind>(dice.between(-1, kModifierCount - 1));
+      setup.showLines = !dice.once(4);
+      if (dice.once(8)) {
+        setup.camera.yaw = dice.between(0.0F, 360.0F);
+      }
+      apply(view, setup);
+      view.setModifiers(toTable(shape.modifiers, shape.duplicates.bulge));
+      ASSERT_EQ(frameDifference(view, shape, setup, random), "") << i << " frame " << frame << '\n'
+                                                                 << describe(shape, setup);
+    }
+  }
+}
+
 TEST(ReferenceView, HandlesOfEveryModifier) {
   Dice dice(33);
   for (int kind = 0; kind < kModifierCount; ++kind) {

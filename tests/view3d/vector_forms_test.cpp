@@ -1,6 +1,7 @@
 // Frames by every vector form that this processor can run, the scalar one
 // included, against the plain reference.
 
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -87,7 +88,7 @@ void walkPath(ShapeRecord& shape, const FrameSetup& setup, Dice& dice, int count
 
 TEST_F(VectorForms, RandomShapes) {
   Dice dice(40);
-  for (int i = 0; i < 240; ++i) {
+  for (int i = 0; i < 1500; ++i) {
     compare(reference::randomShape(dice, i % 3 == 2 ? Taste::Wild : Taste::Useful), setupOf(dice));
     ASSERT_FALSE(HasFatalFailure()) << i;
   }
@@ -95,7 +96,7 @@ TEST_F(VectorForms, RandomShapes) {
 
 TEST_F(VectorForms, LinesOfEveryLengthAndDirection) {
   Dice dice(41);
-  for (int i = 0; i < 200; ++i) {
+  for (int i = 0; i < 1500; ++i) {
     const FrameSetup setup = setupOf(dice);
     ShapeRecord shape;
     shape.emitter.kind = dice.once(3) ? EmitterKind::SweepPath : EmitterKind::LoftPath;
@@ -103,7 +104,8 @@ TEST_F(VectorForms, LinesOfEveryLengthAndDirection) {
     shape.emitter.verticalSize = dice.between(0, 400);
     shape.emitter.copies = dice.once(2) ? 0 : 1;
     shape.duplicates.position = {dice.between(-40.0F, 40.0F), 1.0F, 0.0F};
-    walkPath(shape, setup, dice, dice.between(1, kMaxPathPoints), 1 + i % 24);
+    // Mostly short, some longer than the longest walk in vector form.
+    walkPath(shape, setup, dice, dice.between(1, i % 10 == 0 ? kMaxPathPoints : 80), 1 + i % 90);
     compare(shape, setup);
     ASSERT_FALSE(HasFatalFailure()) << i;
   }
@@ -124,6 +126,31 @@ TEST_F(VectorForms, LongColumns) {
     shape.applyModifiersGlobally = dice.below(2);
     compare(shape, setupOf(dice));
     ASSERT_FALSE(HasFatalFailure()) << rows;
+  }
+}
+
+// So dense that most patches of the copies are hidden by what is drawn already.
+TEST_F(VectorForms, CopiesThatHideEachOther) {
+  Dice dice(44);
+  for (int i = 0; i < 150; ++i) {
+    ShapeRecord shape = reference::randomShape(dice, i % 5 == 4 ? Taste::Wild : Taste::Useful);
+    EmitterSettings& emitter = shape.emitter;
+    emitter.kind = std::array{EmitterKind::GridPatch, EmitterKind::SpherePatch,
+                              EmitterKind::SpherePatch}[static_cast<std::size_t>(i % 3)];
+    emitter.horizontalAmount = dice.between(60, 120);
+    emitter.horizontalSize = emitter.kind == EmitterKind::GridPatch ? 10 : 0;
+    emitter.horizontalEnd = 180;
+    emitter.verticalAmount = dice.between(70, 100);
+    emitter.verticalSize = emitter.kind == EmitterKind::GridPatch ? 10 : 360;
+    emitter.copies = dice.between(1, 6);
+    shape.applyModifiersGlobally = 0;
+    shape.modifiers.triples[3] = {};  // no directions, which would tear patches apart
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      shape.duplicates.position[axis] = dice.between(-10.0F, 10.0F);
+      shape.duplicates.scale[axis] = dice.between(-12.0F, 4.0F);
+    }
+    compare(shape, setupOf(dice), 1U + static_cast<unsigned>(i % 3));
+    ASSERT_FALSE(HasFatalFailure()) << i;
   }
 }
 

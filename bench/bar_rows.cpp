@@ -119,14 +119,12 @@ std::string directionDifference(std::size_t count) {
 }
 
 BarTimes measureDirections(const BarRow& row) {
-  reference::Random random;
   std::vector<reference::Vertex> vertices = plainMesh(makeShape(row.scene))->vertices;
   OurDirections ours(vertices.size());
-  BarTimes times =
-      row.work == Work::SkipDirections
-          ? timed({{&BarTimes::ours, [&] { static_cast<void>(ours.skip()); }}})
-          : timed({{&BarTimes::ours, [&] { ours.draw(); }},
-                   {&BarTimes::plain, [&] { reference::drawDirections(vertices, random); }}});
+  BarTimes times = row.work == Work::SkipDirections
+                       ? timed({{&BarTimes::ours, [&] { static_cast<void>(ours.skip()); }}})
+                       : timed({{&BarTimes::ours, [&] { ours.draw(); }},
+                                {&BarTimes::plain, [&] { plainDirections(vertices); }}});
   times.difference = directionDifference(vertices.size());
   return times;
 }

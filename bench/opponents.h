@@ -17,6 +17,9 @@ namespace pv::bench {
 /// Generation, modifiers, grid and lines, one thread, one vertex at a time.
 [[nodiscard]] Job plainFrame(const ShapeRecord& shape, FrameSize size);
 
+/// A direction for each vertex.
+void plainDirections(std::vector<reference::Vertex>& vertices);
+
 /// What a fresh view's first frame must look like.
 [[nodiscard]] std::vector<std::uint32_t> plainFirstFrame(const ShapeRecord& shape, FrameSize size);
 

@@ -1,3 +1,5 @@
+#include <cstdlib>
+
 #include "opponents.h"
 #include "reference/reference_shape.h"
 #include "reference/reference_view.h"
@@ -39,6 +41,19 @@ Job plainDrawing(const PlainMesh& mesh, FrameSize size) {
   auto sheet = std::make_shared<reference::Sheet>();
   return {[mesh, sheet, setup = plainSetup(size)] { reference::drawLines(*sheet, *mesh, setup); },
           [sheet] { return std::span<const std::uint32_t>(sheet->pixels); }};
+}
+
+// With the C library's own function, as a plain program would.
+void plainDirections(std::vector<reference::Vertex>& vertices) {
+  const auto component = [] {
+    const float a = static_cast<float>(std::rand() % 100001) / 100000.0F;
+    return a - static_cast<float>(std::rand() % 100001) / 100000.0F;
+  };
+  for (reference::Vertex& vertex : vertices) {
+    vertex.disperse.x = component();
+    vertex.disperse.y = component();
+    vertex.disperse.z = component();
+  }
 }
 
 }  // namespace pv::bench

@@ -58,8 +58,12 @@ class WorkShare::Crew {
       const std::lock_guard lock(mutex_);
       work_ = nullptr;  // whoever has not begun by now never will
     }
-    while (inside_.load() != 0) {  // only for rounds that are under way
-      std::this_thread::yield();
+    // Only for rounds that are under way, which rarely last longer than a yield.
+    constexpr int kLooks = 4000;
+    for (int looks = 0; inside_.load() != 0; ++looks) {
+      if (looks >= kLooks) {
+        std::this_thread::yield();
+      }
     }
   }
 

@@ -47,7 +47,8 @@ class Rounds {
         strips_(rows_ <= VertexBlock::kCapacity
                     ? 1
                     : (rows_ - VertexBlock::kCapacity + kAdvance - 1) / kAdvance + 1),
-        pieces_((columns_ + kColumns - 1) / kColumns) {}
+        pieceColumns_(instances_ * strips_ > 1 ? kColumns : kColumns / 2),
+        pieces_((columns_ + pieceColumns_ - 1) / pieceColumns_) {}
 
   [[nodiscard]] std::size_t workers(const WorkShare& share) const {
     return areWorthSharing() ? share.threads() : 1;
@@ -72,21 +73,26 @@ class Rounds {
   /// Below, waking a helper costs more than it brings.
   [[nodiscard]] bool areWorthSharing() const { return rows_ * columns_ * instances_ >= 10'000; }
   [[nodiscard]] Piece piece(std::size_t round) const {
-    const std::size_t begin = round % pieces_ * kColumns;
+    const std::size_t begin = round % pieces_ * pieceColumns_;
     const std::size_t first = round / pieces_ % strips_ * kAdvance;
     const std::size_t count = std::min(VertexBlock::kCapacity, rows_ - first);
-    return {{round / pieces_ / strips_, first, count}, begin, std::min(begin + kColumns, columns_)};
+    return {{round / pieces_ / strips_, first, count},
+            begin,
+            std::min(begin + pieceColumns_, columns_)};
   }
 
   // One row at least is shared, and every strip starts at a whole chunk.
   static constexpr std::size_t kAdvance = VertexBlock::kCapacity - VertexBlock::kStep;
-  static constexpr std::size_t kColumns = 48;  // each piece projects two more
-  static_assert(kColumns % PatchBoxes::kColumns == 0);
+  // Each piece projects two columns more than it draws; with few pieces a thread
+  // may have to wait for the last one.
+  static constexpr std::size_t kColumns = 48;
+  static_assert(kColumns / 2 % PatchBoxes::kColumns == 0);
 
   std::size_t rows_;
   std::size_t columns_;
   std::size_t instances_;
   std::size_t strips_;
+  std::size_t pieceColumns_;
   std::size_t pieces_;
 };
 

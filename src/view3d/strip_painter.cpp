@@ -13,6 +13,7 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
   const PatchBoxes& patches = shape_.patches();
   if (patches.empty() || strip.instance == 0) {
     drawGroup(strip.chunks(), begin, end);
+    lightListed(target_, lists_);
     return;
   }
   for (std::size_t c = begin; c < end; c += PatchBoxes::kColumns) {
@@ -24,6 +25,7 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
       drawGroup(visible, c, std::min(c + PatchBoxes::kColumns, end));
     }
   }
+  lightListed(target_, lists_);
 }
 
 // The chunks above and below are loaded as well, for the neighbours they hold.
@@ -62,7 +64,7 @@ std::uint32_t StripPainter::drawColumn(std::size_t c, std::uint32_t chunks,
   const std::uint32_t off = ~column.inside & strip_.chunks();
   const std::uint32_t outside = ~(before.inside & column.inside & after.inside);
   const std::uint32_t quick = chunks & ~(outside | off >> 1U | off << 1U);
-  lightColumn(before, column, after, quick, target_);
+  lightColumn(before, column, after, quick, target_, lists_);
   if (quick != chunks) {
     for (std::size_t k = 0; k < strip_.count; ++k) {
       const std::size_t chunk = k / PixelColumn::kChunk;

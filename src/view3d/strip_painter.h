@@ -51,6 +51,7 @@ class StripPainter {
   PixelReach& reach_;
   Strip strip_;
   ShapeColumns::Workplace workplace_;
+  WireLists lists_;
   std::array<PixelColumn, 3> columns_;
   std::size_t nextColumn_ = 0;      ///< the first that is not loaded behind those that are
   std::uint32_t loadedChunks_ = 0;  ///< of the columns that are loaded; none at first

@@ -24,8 +24,10 @@ namespace pv::HWY_NAMESPACE {
 #if HWY_TARGET == HWY_SCALAR
 
 // Without vectors every vertex draws its two lines, which light their ends too.
+void lightAll(const WireTarget& /*target*/, WireLists& /*lists*/) {}
+
 void light(const PixelColumn& /*before*/, const PixelColumn& column, const PixelColumn& after,
-           std::uint32_t chunks, const WireTarget& target) {
+           std::uint32_t chunks, const WireTarget& target, WireLists& /*lists*/) {
   const auto draw = [&](PixelPoint a, PixelPoint b) {
     forEachLinePixel(a.x, a.y, b.x, b.y, target.width, target.height,
                      [&](std::int64_t pixel) { target.set(pixel); });
@@ -82,9 +84,6 @@ HWY_INLINE hn::Mask<Ints> hasBits(I pair, std::uint32_t bits) {
 
 // --- lists -------------------------------------------------------------------
 
-constexpr std::size_t kMostLanes = 64;  // what a compressed store may overshoot
-constexpr std::size_t kMostLines = 2 * VertexBlock::kCapacity;
-
 /// Stores the chosen lanes one behind the other, then anything up to a whole
 /// vector. Returns their number.
 HWY_INLINE std::size_t append(I values, hn::Mask<Ints> mask, std::int32_t* to) {
@@ -102,50 +101,25 @@ HWY_INLINE std::size_t append(I values, hn::Mask<Ints> mask, std::int32_t* to) {
   }
 }
 
-/// Lines that wait for their inner pixels: where they start, and how far they go.
-// Left unset: only what was put in is read.
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
-struct Queue {
-  HWY_ALIGN std::int32_t start[kMostLines + kMostLanes];
-  HWY_ALIGN std::int32_t way[kMostLines + kMostLanes];
-  std::size_t count = 0;
+HWY_INLINE void add(WireQueue& queue, hn::Mask<Ints> mask, I starts, I ways) {
+  append(starts, mask, queue.start + queue.count);
+  queue.count += append(ways, mask, queue.way + queue.count);
+}
 
-  HWY_INLINE void add(hn::Mask<Ints> mask, I starts, I ways) {
-    append(starts, mask, start + count);
-    count += append(ways, mask, way + count);
+HWY_INLINE void add(WireLists::Pixels& pixels, hn::Mask<Ints> mask, I at) {
+  pixels.count += append(at, mask, pixels.at + pixels.count);
+}
+
+HWY_INLINE void lightPixels(WireLists::Pixels& pixels, std::uint8_t* lit) {
+  for (std::size_t i = 0; i < pixels.count; ++i) {
+    lit[static_cast<std::uint32_t>(pixels.at[i])] = kLit;
   }
-};
-
-/// Single pixels that wait to be lit.
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
-struct PixelList {
-  /// What a column adds at most without a look at the room: its vertices, and two
-  /// inner pixels of every line.
-  static constexpr std::size_t kRoom = VertexBlock::kCapacity + 2 * kMostLines;
-
-  HWY_ALIGN std::int32_t at[kRoom + kMostLanes];
-  std::size_t count = 0;
-
-  HWY_INLINE void add(I pixels, hn::Mask<Ints> mask) { count += append(pixels, mask, at + count); }
-  HWY_INLINE void light(std::uint8_t* lit) {
-    for (std::size_t i = 0; i < count; ++i) {
-      lit[static_cast<std::uint32_t>(at[i])] = kLit;
-    }
-    count = 0;
-  }
-};
-
-struct Lists {
-  PixelList pixels;
-  Queue three;  ///< lines of 2 and 3 steps
-  Queue five;   ///< 4 and 5
-  Queue seven;  ///< 6 and 7
-  Queue more;
-};
+  pixels.count = 0;
+}
 
 /// Queues the lines of more than one step. Their lengths fall into classes by the
 /// highest bit of either side, in one case of a side and two more.
-HWY_INLINE void queueLines(I start, I way, Lists& lists) {
+HWY_INLINE void queueLines(I start, I way, WireLists& lists) {
   const Ints d;
   const S sides = hn::Abs(halves(way));
   const auto isLong = hasBits(word(sides), 0xFFFEFFFEU);
@@ -153,14 +127,14 @@ HWY_INLINE void queueLines(I start, I way, Lists& lists) {
     return;
   }
   const auto beyondThree = hasBits(word(sides), 0xFFFCFFFCU);
-  lists.three.add(hn::AndNot(beyondThree, isLong), start, way);
+  add(lists.three, hn::AndNot(beyondThree, isLong), start, way);
   if (!hn::AllFalse(d, beyondThree)) {
     const auto beyondFive = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 2))), 0xFFF8FFF8U);
     const auto beyondSeven = hasBits(word(sides), 0xFFF8FFF8U);
-    lists.five.add(hn::AndNot(beyondFive, beyondThree), start, way);
-    lists.seven.add(hn::AndNot(beyondSeven, beyondFive), start, way);
+    add(lists.five, hn::AndNot(beyondFive, beyondThree), start, way);
+    add(lists.seven, hn::AndNot(beyondSeven, beyondFive), start, way);
     if (!hn::AllFalse(d, beyondSeven)) {
-      lists.more.add(beyondSeven, start, way);
+      add(lists.more, beyondSeven, start, way);
     }
   }
 }
@@ -182,7 +156,7 @@ struct Rightward {
 // pixels away along a side of length a, which for a = n is i itself. So for n up
 // to 3 a side has gone one pixel after the first step if a >= n - 1, otherwise
 // none, and after the second of three a pixel less than it will in the end.
-HWY_INLINE void walkThree(const Queue& queue, PixelList& pixels, std::int32_t width) {
+HWY_INLINE void walkThree(WireQueue& queue, WireLists::Pixels& pixels, std::int32_t width) {
   const Ints d;
   const Shorts ds;
   for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
@@ -195,9 +169,10 @@ HWY_INLINE void walkThree(const Queue& queue, PixelList& pixels, std::int32_t wi
     const S second = hn::Sub(line.sides, first);
     const auto inUse = hn::FirstN(d, queue.count - i);
     const auto hasSecond = hn::And(inUse, hn::Eq(word(steps), hn::Set(d, 0x00030003)));
-    pixels.add(hn::Add(line.left, flattened(word(first), width)), inUse);
-    pixels.add(hn::Add(line.left, flattened(word(second), width)), hasSecond);
+    add(pixels, inUse, hn::Add(line.left, flattened(word(first), width)));
+    add(pixels, hasSecond, hn::Add(line.left, flattened(word(second), width)));
   }
+  queue.count = 0;
 }
 
 // --- up to seven steps -------------------------------------------------------
@@ -206,7 +181,7 @@ HWY_INLINE void walkThree(const Queue& queue, PixelList& pixels, std::int32_t wi
 // know that they do not reach the table. The target is passed by value for the
 // same reason: its members then stay in registers.
 template <std::size_t... kInner>
-HWY_INLINE void walkSeven(Queue& queue, const WireTarget target,
+HWY_INLINE void walkSeven(WireQueue& queue, const WireTarget target,
                           std::index_sequence<kInner...> /*inner*/) {
   const Ints d;
   const I middle = hn::Set(d, ShortLines::kReach * ShortLines::kSide + ShortLines::kReach);
@@ -220,6 +195,7 @@ HWY_INLINE void walkSeven(Queue& queue, const WireTarget target,
     const std::int64_t pixels[] = {start + inner[kInner]...};
     (target.set(pixels[kInner]), ...);
   }
+  queue.count = 0;
 }
 
 // --- longer lines ------------------------------------------------------------
@@ -228,11 +204,13 @@ constexpr std::int32_t kVectorWalk = 63;  // steps
 
 // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 struct Walks {
-  HWY_ALIGN std::int32_t left[kMostLanes];
-  HWY_ALIGN std::int32_t forward[kMostLanes];
-  HWY_ALIGN std::int32_t sideways[kMostLanes];
-  HWY_ALIGN std::int32_t slope[kMostLanes];
-  HWY_ALIGN std::int32_t steps[kMostLanes];
+  static constexpr std::size_t kLanes = hn::MaxLanes(Ints());
+
+  HWY_ALIGN std::int32_t left[kLanes];
+  HWY_ALIGN std::int32_t forward[kLanes];
+  HWY_ALIGN std::int32_t sideways[kLanes];
+  HWY_ALIGN std::int32_t slope[kLanes];
+  HWY_ALIGN std::int32_t steps[kLanes];
 };
 
 /// The slope, aside per step, has sixteen binary places.
@@ -260,7 +238,7 @@ HWY_INLINE void prepareWalks(I start, I way, std::int32_t width, Walks& walks) {
 // 1 / (2 n) > 2^-7 if at all. The slope is less than 1.01 units of 2^-16 below
 // a / n, and hardly above, so in 63 steps less than 2^-10 is lost; with 2^-9 more
 // than 1/2 added the whole part is the exact one.
-HWY_INLINE void walkSteps(const Walks& walks, std::size_t k, PixelList& pixels) {
+HWY_INLINE void walkSteps(const Walks& walks, std::size_t k, WireLists::Pixels& pixels) {
   const Ints d;
   const std::int32_t steps = walks.steps[k];
   const I left = hn::Set(d, walks.left[k]);
@@ -290,7 +268,7 @@ void walkFurther(std::int32_t start, std::int32_t way, const WireTarget& target)
   }
 }
 
-void walkMore(const Queue& queue, const WireTarget& target, PixelList& pixels) {
+void walkMore(WireQueue& queue, const WireTarget& target, WireLists::Pixels& pixels) {
   const Ints d;
   Walks walks;
   for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
@@ -302,12 +280,12 @@ void walkMore(const Queue& queue, const WireTarget& target, PixelList& pixels) {
       } else {
         walkFurther(queue.start[i + k], queue.way[i + k], target);
       }
-      if (pixels.count > PixelList::kRoom - kVectorWalk) {
-        pixels.light(target.lit);
+      if (pixels.count > WireLists::Pixels::kKept) {
+        lightPixels(pixels, target.lit);
       }
     }
   }
-  pixels.light(target.lit);
+  queue.count = 0;
 }
 
 // --- a column ----------------------------------------------------------------
@@ -322,10 +300,18 @@ HWY_INLINE hn::Mask<Ints> isLit(I up, I on, I down, I back) {
   return hn::Ne(hn::Or(hn::AndNot(lowHalf, rises), hn::And(lowHalf, word(right))), hn::Zero(d));
 }
 
+void lightAll(const WireTarget& target, WireLists& lists) {
+  walkThree(lists.three, lists.pixels, target.width);
+  walkMore(lists.more, target, lists.pixels);
+  lightPixels(lists.pixels, target.lit);
+  walkSeven(lists.five, target, std::make_index_sequence<4>());
+  walkSeven(lists.seven, target, std::make_index_sequence<ShortLines::kMost>());
+  leaveVectors();
+}
+
 void light(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
-           std::uint32_t chunks, const WireTarget& target) {
+           std::uint32_t chunks, const WireTarget& target, WireLists& lists) {
   const Ints d;
-  Lists lists;
   for (; chunks != 0; chunks &= chunks - 1) {
     const auto chunk = static_cast<std::size_t>(std::countr_zero(chunks));
     const std::size_t first = PixelColumn::kLead + chunk * PixelColumn::kChunk;
@@ -336,17 +322,15 @@ void light(const PixelColumn& before, const PixelColumn& column, const PixelColu
       const I down = difference(hn::LoadU(d, column.spots + i - 1), spot);
       const I back = difference(hn::Load(d, before.spots + i), spot);
       const I start = flattened(spot, target.width);
-      lists.pixels.add(start, isLit(up, on, down, back));
+      add(lists.pixels, isLit(up, on, down, back), start);
       queueLines(start, up, lists);
       queueLines(start, on, lists);
     }
   }
-  walkThree(lists.three, lists.pixels, target.width);
-  lists.pixels.light(target.lit);
-  walkSeven(lists.five, target, std::make_index_sequence<4>());
-  walkSeven(lists.seven, target, std::make_index_sequence<ShortLines::kMost>());
-  if (lists.more.count > 0) {
-    walkMore(lists.more, target, lists.pixels);
+  const std::size_t most =
+      std::max({lists.three.count, lists.five.count, lists.seven.count, lists.more.count});
+  if (most > WireQueue::kKept || lists.pixels.count > WireLists::Pixels::kKept) {
+    lightAll(target, lists);
   }
   leaveVectors();
 }
@@ -361,6 +345,7 @@ HWY_AFTER_NAMESPACE();
 namespace pv {
 
 HWY_EXPORT(light);
+HWY_EXPORT(lightAll);
 
 void ShortLines::setWidth(std::int32_t width) {
   if (width == width_) {
@@ -387,10 +372,14 @@ void ShortLines::setWidth(std::int32_t width) {
 }
 
 void lightColumn(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
-                 std::uint32_t chunks, const WireTarget& target) {
+                 std::uint32_t chunks, const WireTarget& target, WireLists& lists) {
   if (chunks != 0) {
-    HWY_DYNAMIC_DISPATCH(light)(before, column, after, chunks, target);
+    HWY_DYNAMIC_DISPATCH(light)(before, column, after, chunks, target, lists);
   }
+}
+
+void lightListed(const WireTarget& target, WireLists& lists) {
+  HWY_DYNAMIC_DISPATCH(lightAll)(target, lists);
 }
 
 }  // namespace pv

@@ -40,15 +40,52 @@ struct WireTarget {
   void set(std::int64_t pixel) const { lit[pixel] = kLit; }
 };
 
-/// Lights what belongs to the middle column in the chunks of `chunks`: its lines
-/// up along the column and on to the next one, and the pixels of its vertices.
-/// In these chunks and around them all three columns lie on the canvas.
+/// Lines of a length class that wait for their inner pixels: where they start, and
+/// how far they go, as a word of two halves.
+// Left unset: only what was put in is read.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+struct alignas(64) WireQueue {
+  static constexpr std::size_t kKept = 256;  ///< more are worth going through
+  static constexpr std::size_t kRoom = kKept + 2 * VertexBlock::kCapacity;
+  static constexpr std::size_t kSpare = 64;  ///< what a compressed store may overshoot
+
+  std::int32_t start[kRoom + kSpare];
+  std::int32_t way[kRoom + kSpare];
+  std::size_t count = 0;
+};
+
+/// What is still to be lit. Columns are gone through together, since a short list
+/// costs more than its entries.
+struct WireLists {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+  struct alignas(64) Pixels {
+    static constexpr std::size_t kKept = 1024;
+    /// Vertices, and two inner pixels of every line that waits in `three`.
+    static constexpr std::size_t kRoom = kKept + VertexBlock::kCapacity + 2 * WireQueue::kRoom;
+    std::int32_t at[kRoom + WireQueue::kSpare];
+    std::size_t count = 0;
+  };
+
+  Pixels pixels;    ///< single ones
+  WireQueue three;  ///< lines of 2 and 3 steps
+  WireQueue five;   ///< 4 and 5
+  WireQueue seven;  ///< 6 and 7
+  WireQueue more;
+};
+
+/// Lists, and lights now and then, what belongs to the middle column in the chunks
+/// of `chunks`: its lines up along the column and on to the next one, and the
+/// pixels of its vertices. In these chunks and around them all three columns lie on
+/// the canvas.
 ///
 /// Where all ends are on the canvas a vertex' own pixel is lit exactly when one
 /// of its four lines lights it: a line that is not horizontal lights both ends,
 /// a horizontal one its left end, and one without length none. So each vertex
 /// takes one store at most, and a line adds only the pixels between its ends.
 void lightColumn(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
-                 std::uint32_t chunks, const WireTarget& target);
+                 std::uint32_t chunks, const WireTarget& target, WireLists& lists);
+
+/// Lights all that is listed.
+void lightListed(const WireTarget& target, WireLists& lists);
 
 }  // namespace pv

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <hwy/cache_control.h>
 #include <utility>
 
 #undef HWY_TARGET_INCLUDE
@@ -30,8 +31,20 @@ namespace hn = hwy::HWY_NAMESPACE;
 struct Row {
   std::uint32_t* pixels;
   const std::uint32_t* background;
+  /// The row above, or this one again at the top.
+  const std::uint32_t* nextPixels;
+  const std::uint32_t* nextBackground;
   std::array<std::int8_t*, kMostMasks> masks;
 };
+
+/// Asks for a cell that is written soon: stores to lines that are not at hand hold
+/// each other up.
+HWY_INLINE void fetch(const std::uint32_t* cell) {
+  constexpr std::size_t kLine = 16;  // pixels
+  for (std::size_t i = 0; i < kFrameCell; i += kLine) {
+    hwy::Prefetch(cell + i);
+  }
+}
 
 /// Pixels from `x` on, as many as the tag has lanes.
 template <std::size_t kMasks, bool kBlack, class D>
@@ -76,6 +89,10 @@ HWY_INLINE void paintRow(const Row& row, std::size_t count, std::uint32_t colour
   for (; x + kFrameCell <= count; x += kFrameCell, ++dirty) {
     const bool isLit = hasLight<kMasks>(row, x);
     if (isLit || *dirty != 0) {
+      fetch(row.nextPixels + x);
+      if (!kBlack) {
+        fetch(row.nextBackground + x);
+      }
       for (std::size_t i = 0; i < kFrameCell; i += hn::Lanes(d)) {
         paintSome<kMasks, kBlack>(d, colour, row, x + i);
       }
@@ -96,7 +113,12 @@ void paintBox(const PaintJob& job) {
   const auto width = static_cast<std::size_t>(job.box.right - job.box.left);
   for (std::int32_t y = job.box.bottom; y < job.box.top; ++y) {
     const std::int64_t first = std::int64_t{y} * job.width + job.box.left;
-    Row row{job.pixels + first, kBlack ? nullptr : job.background + first, {}};
+    const std::int64_t next = y + 1 < job.box.top ? first + job.width : first;
+    Row row{job.pixels + first,
+            kBlack ? nullptr : job.background + first,
+            job.pixels + next,
+            kBlack ? nullptr : job.background + next,
+            {}};
     for (std::size_t m = 0; m < kMasks; ++m) {
       row.masks[m] = reinterpret_cast<std::int8_t*>(job.masks[m].lit() + first);
     }

@@ -4,6 +4,7 @@
 
 #include "math/matrix4.h"
 #include "math/scalar.h"
+#include "shape/profile_kernels.h"
 
 namespace pv {
 

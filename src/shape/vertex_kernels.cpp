@@ -48,47 +48,6 @@ HWY_INLINE F grown(F v, F s) {
   return hn::Add(v, hn::Mul(s, v));
 }
 
-/// A profile's vertices, one vector after the other: first `make`, then the
-/// transforms, all in registers.
-template <class Make>
-HWY_INLINE void spread(const ProfileRow& profile, const Make& make,
-                       std::span<const InstanceTransform> then, VertexPlace to) {
-  const Floats d;
-  const std::size_t steps = then.size();
-  for (std::size_t i = 0; i < profile.count; i += hn::Lanes(d)) {
-    F x = hn::Load(d, profile.x + i);
-    F y = hn::Load(d, profile.y + i);
-    F z = hn::Load(d, profile.z + i);
-    make(x, y, z);
-    for (std::size_t step = 0; step < steps; ++step) {
-      Transform{then[step].matrix, then[step].offset}(x, y, z);
-    }
-    hn::Store(x, d, to.x + i);
-    hn::Store(y, d, to.y + i);
-    hn::Store(z, d, to.z + i);
-  }
-  leaveVectors();
-}
-
-void move(const ProfileRow& profile, float along, std::span<const InstanceTransform> then,
-          VertexPlace to) {
-  const auto make = [along](F& /*x*/, F& /*y*/, F& z) HWY_ATTR { z = hn::Sub(z, constant(along)); };
-  spread(profile, make, then, to);
-}
-
-void turn(const ProfileRow& profile, const InstanceTransform& by, bool swaps,
-          std::span<const InstanceTransform> then, VertexPlace to) {
-  const auto make = [&by, swaps](F& x, F& y, F& z) HWY_ATTR {
-    Transform{by.matrix, by.offset}(x, y, z);
-    if (swaps) {
-      const F before = x;
-      x = z;
-      z = before;
-    }
-  };
-  spread(profile, make, then, to);
-}
-
 struct PinchA {
   Vec3 v;
   HWY_INLINE void operator()(F& x, F& y, F& z) const {
@@ -279,8 +238,6 @@ HWY_AFTER_NAMESPACE();
 
 namespace pv {
 
-HWY_EXPORT(move);
-HWY_EXPORT(turn);
 HWY_EXPORT(transform);
 HWY_EXPORT(deform);
 
@@ -305,16 +262,6 @@ void storeVertices(const VertexBlock& block, std::size_t first, std::size_t coun
   std::copy_n(block.x, count, to.x.data() + first);
   std::copy_n(block.y, count, to.y.data() + first);
   std::copy_n(block.z, count, to.z.data() + first);
-}
-
-void moveProfile(const ProfileRow& profile, float along, std::span<const InstanceTransform> then,
-                 VertexPlace to) {
-  HWY_DYNAMIC_DISPATCH(move)(profile, along, then, to);
-}
-
-void turnProfile(const ProfileRow& profile, const InstanceTransform& by, bool swaps,
-                 std::span<const InstanceTransform> then, VertexPlace to) {
-  HWY_DYNAMIC_DISPATCH(turn)(profile, by, swaps, then, to);
 }
 
 void transformVertices(VertexBlock& block, std::size_t count, const Matrix4& matrix, Vec3 move) {

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <cstddef>
-#include <span>
 
 #include "math/matrix4.h"
-#include "shape/duplicates.h"
 #include "shape/modifier_values.h"
 #include "shape/shape_mesh.h"
 
@@ -41,21 +39,6 @@ void loadVertices(const VectorStreams& from, std::size_t first, std::size_t coun
                   VertexBlock& block);
 void storeVertices(const VertexBlock& block, std::size_t first, std::size_t count,
                    VectorStreams& to);
-
-/// A stretch of a profile: whole chunks, aligned to 64 bytes.
-struct ProfileRow {
-  const float* x;
-  const float* y;
-  const float* z;
-  std::size_t count;
-};
-
-/// The profile `along` units towards -z, then through the transforms, two at most.
-void moveProfile(const ProfileRow& profile, float along, std::span<const InstanceTransform> then,
-                 VertexPlace to);
-/// The same for a profile that is turned; `swaps` exchanges x and z after that.
-void turnProfile(const ProfileRow& profile, const InstanceTransform& turn, bool swaps,
-                 std::span<const InstanceTransform> then, VertexPlace to);
 
 /// Every vertex times the matrix, then moved.
 void transformVertices(VertexBlock& block, std::size_t count, const Matrix4& matrix, Vec3 move);

@@ -5,8 +5,8 @@
 
 #include "shape/random_directions.h"
 #include "view3d/frame_grid.h"
-#include "view3d/frame_shape.h"
 #include "view3d/handles.h"
+#include "view3d/shape_painter.h"
 #include "view3d/shape_projection.h"
 
 namespace pv {

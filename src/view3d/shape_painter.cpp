@@ -1,4 +1,4 @@
-#include "view3d/frame_shape.h"
+#include "view3d/shape_painter.h"
 
 #include <algorithm>
 #include <cstdint>

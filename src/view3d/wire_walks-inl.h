@@ -1,0 +1,250 @@
+// Included once for every kind of processor, inside no namespace.
+#if defined(PV_VIEW3D_WIRE_WALKS_INL_H_) == defined(HWY_TARGET_TOGGLE)
+#ifdef PV_VIEW3D_WIRE_WALKS_INL_H_
+#undef PV_VIEW3D_WIRE_WALKS_INL_H_
+#else
+#define PV_VIEW3D_WIRE_WALKS_INL_H_
+#endif
+
+#include <algorithm>
+#include <bit>
+#include <hwy/highway.h>
+#include <utility>
+
+#include "math/pack_order.h"
+#include "raster/line_walk.h"
+#include "view3d/wire_lines.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace pv::HWY_NAMESPACE {
+
+#if HWY_TARGET != HWY_SCALAR
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Ints = hn::ScalableTag<std::int32_t>;
+using Shorts = hn::Repartition<std::int16_t, Ints>;
+using I = hn::Vec<Ints>;
+using S = hn::Vec<Shorts>;
+
+// Words that hold two halves: x below, y above.
+
+HWY_INLINE I word(S pair) {
+  return hn::BitCast(Ints(), pair);
+}
+HWY_INLINE S halves(I pair) {
+  return hn::BitCast(Shorts(), pair);
+}
+HWY_INLINE I difference(I a, I b) {
+  return word(hn::Sub(halves(a), halves(b)));
+}
+
+/// x + factor * y of every word; factor and product within 16 and 32 bits.
+HWY_INLINE I flattened(I pair, std::int32_t factor) {
+  const Ints d;
+#if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
+  // One instruction there: the products of neighbouring halves, summed.
+  I unused = hn::Zero(d);
+  return hn::ReorderWidenMulAccumulate(d, halves(pair), halves(hn::Set(d, (factor << 16) | 1)),
+                                       hn::Zero(d), unused);
+#else
+  const I x = hn::ShiftRight<16>(hn::ShiftLeft<16>(pair));
+  return hn::Add(x, hn::Mul(hn::ShiftRight<16>(pair), hn::Set(d, factor)));
+#endif
+}
+
+HWY_INLINE hn::Mask<Ints> hasBits(I pair, std::uint32_t bits) {
+  const Ints d;
+  return hn::Ne(hn::And(pair, hn::Set(d, static_cast<std::int32_t>(bits))), hn::Zero(d));
+}
+
+// --- lists -------------------------------------------------------------------
+
+/// Stores the chosen lanes one behind the other, then anything up to a whole
+/// vector. Returns their number.
+HWY_INLINE std::size_t append(I values, hn::Mask<Ints> mask, std::int32_t* to) {
+  const Ints d;
+  if constexpr (hn::MaxLanes(Ints()) > 8) {
+    hn::StoreU(hn::Compress(values, mask), d, to);
+    return hn::CountTrue(d, mask);
+  } else {
+    // The library's own form makes a copy of its table each time with some compilers.
+    std::uint8_t bits[8] = {};
+    hn::StoreMaskBits(d, mask, bits);
+    const auto order = hn::SetTableIndices(d, kPackOrder[bits[0]].data());
+    hn::StoreU(hn::TableLookupLanes(values, order), d, to);
+    return static_cast<std::size_t>(std::popcount(bits[0]));
+  }
+}
+
+HWY_INLINE void add(WireQueue& queue, hn::Mask<Ints> mask, I starts, I ways) {
+  append(starts, mask, queue.start + queue.count);
+  queue.count += append(ways, mask, queue.way + queue.count);
+}
+
+HWY_INLINE void add(WireLists::Pixels& pixels, hn::Mask<Ints> mask, I at) {
+  pixels.count += append(at, mask, pixels.at + pixels.count);
+}
+
+HWY_INLINE void lightPixels(WireLists::Pixels& pixels, std::uint8_t* lit) {
+  for (std::size_t i = 0; i < pixels.count; ++i) {
+    lit[static_cast<std::uint32_t>(pixels.at[i])] = kLit;
+  }
+  pixels.count = 0;
+}
+
+/// A line as one that leads to the right, or straight up or down.
+struct Rightward {
+  HWY_INLINE Rightward(I start, I way, std::int32_t width) {
+    const I leftward = hn::BroadcastSignBit(hn::ShiftLeft<16>(way));
+    left = hn::Add(start, hn::And(leftward, flattened(way, width)));
+    sides = hn::Sub(hn::Xor(halves(way), halves(leftward)), halves(leftward));
+  }
+  I left;   ///< its left end
+  S sides;  ///< the way from there
+};
+
+// --- lines of two and three steps --------------------------------------------
+
+// Bresenham's walk from the left end is after i of n steps floor((2 i a + n) / (2 n))
+// pixels away along a side of length a, which for a = n is i itself. So for n up
+// to 3 a side has gone one pixel after the first step if a >= n - 1, otherwise
+// none, and after the second of three a pixel less than it will in the end.
+HWY_INLINE void walkThree(WireQueue& queue, WireLists::Pixels& pixels, std::int32_t width) {
+  const Ints d;
+  const Shorts ds;
+  for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
+    const Rightward line(hn::Load(d, queue.start + i), hn::Load(d, queue.way + i), width);
+    const S sides = hn::Abs(line.sides);
+    const I swapped = hn::Or(hn::ShiftLeft<16>(word(sides)), hn::ShiftRight<16>(word(sides)));
+    const S steps = hn::Max(sides, halves(swapped));
+    const S unit = hn::Or(hn::BroadcastSignBit(line.sides), hn::Set(ds, 1));
+    const S first = hn::IfThenElseZero(hn::Gt(sides, hn::Sub(steps, hn::Set(ds, 2))), unit);
+    const S second = hn::Sub(line.sides, first);
+    const auto inUse = hn::FirstN(d, queue.count - i);
+    const auto hasSecond = hn::And(inUse, hn::Eq(word(steps), hn::Set(d, 0x00030003)));
+    add(pixels, inUse, hn::Add(line.left, flattened(word(first), width)));
+    add(pixels, hasSecond, hn::Add(line.left, flattened(word(second), width)));
+  }
+  queue.count = 0;
+}
+
+// --- up to seven steps -------------------------------------------------------
+
+// All look-ups of a line stand before its stores, of which the compiler cannot
+// know that they do not reach the table. The target is passed by value for the
+// same reason: its members then stay in registers.
+template <std::size_t... kInner>
+HWY_INLINE void walkSeven(WireQueue& queue, const WireTarget target,
+                          std::index_sequence<kInner...> /*inner*/) {
+  const Ints d;
+  const I middle = hn::Set(d, ShortLines::kReach * ShortLines::kSide + ShortLines::kReach);
+  for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
+    const I way = hn::Load(d, queue.way + i);
+    hn::Store(hn::Add(flattened(way, ShortLines::kSide), middle), d, queue.way + i);
+  }
+  for (std::size_t i = 0; i < queue.count; ++i) {
+    const std::int32_t* inner = (*target.shortLines)[queue.way[i]].data();
+    const std::int64_t start = queue.start[i];
+    const std::int64_t pixels[] = {start + inner[kInner]...};
+    (target.set(pixels[kInner]), ...);
+  }
+  queue.count = 0;
+}
+
+// --- longer lines ------------------------------------------------------------
+
+constexpr std::int32_t kVectorWalk = 63;  // steps
+
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+struct Walks {
+  static constexpr std::size_t kLanes = hn::MaxLanes(Ints());
+
+  HWY_ALIGN std::int32_t left[kLanes];
+  HWY_ALIGN std::int32_t forward[kLanes];
+  HWY_ALIGN std::int32_t sideways[kLanes];
+  HWY_ALIGN std::int32_t slope[kLanes];
+  HWY_ALIGN std::int32_t steps[kLanes];
+};
+
+/// The slope, aside per step, has sixteen binary places.
+HWY_INLINE void prepareWalks(I start, I way, std::int32_t width, Walks& walks) {
+  const Ints d;
+  const hn::RebindToFloat<Ints> df;
+  const Rightward line(start, way, width);
+  const I dx = hn::ShiftRight<16>(hn::ShiftLeft<16>(word(line.sides)));
+  const I dy = hn::ShiftRight<16>(word(line.sides));
+  const I row = hn::IfThenElse(hn::Lt(dy, hn::Zero(d)), hn::Set(d, -width), hn::Set(d, width));
+  const auto isSteep = hn::Gt(hn::Abs(dy), dx);
+  const I steps = hn::Max(hn::Abs(dy), dx);
+  const I drift = hn::Min(hn::Abs(dy), dx);
+  const auto slope =
+      hn::Div(hn::Mul(hn::ConvertTo(df, drift), hn::Set(df, 65536.0F)), hn::ConvertTo(df, steps));
+  hn::Store(line.left, d, walks.left);
+  hn::Store(hn::IfThenElse(isSteep, row, hn::Set(d, 1)), d, walks.forward);
+  hn::Store(hn::IfThenElse(isSteep, hn::Set(d, 1), row), d, walks.sideways);
+  hn::Store(hn::ConvertTo(d, slope), d, walks.slope);
+  hn::Store(steps, d, walks.steps);
+}
+
+// The steps of a line side by side. Step i of n has gone floor((2 i a + n) / (2 n))
+// aside, the whole part of i a / n + 1/2, which misses the next whole number by
+// 1 / (2 n) > 2^-7 if at all. The slope is less than 1.01 units of 2^-16 below
+// a / n, and hardly above, so in 63 steps less than 2^-10 is lost; with 2^-9 more
+// than 1/2 added the whole part is the exact one.
+HWY_INLINE void walkSteps(const Walks& walks, std::size_t k, WireLists::Pixels& pixels) {
+  const Ints d;
+  const std::int32_t steps = walks.steps[k];
+  const I left = hn::Set(d, walks.left[k]);
+  const I forward = hn::Set(d, walks.forward[k]);
+  const I sideways = hn::Set(d, walks.sideways[k]);
+  const I slope = hn::Set(d, walks.slope[k]);
+  const I half = hn::Set(d, (1 << 15) + (1 << 7));
+  for (std::int32_t first = 1; first < steps; first += static_cast<std::int32_t>(hn::Lanes(d))) {
+    const I step = hn::Iota(d, first);
+    const I aside = hn::ShiftRight<16>(hn::Add(hn::Mul(step, slope), half));
+    const I at = hn::Add(hn::Add(left, hn::Mul(step, forward)), hn::Mul(aside, sideways));
+    hn::StoreU(at, d, pixels.at + pixels.count);
+    pixels.count += std::min(hn::Lanes(d), static_cast<std::size_t>(steps - first));
+  }
+}
+
+void walkFurther(std::int32_t start, std::int32_t way, const WireTarget& target) {
+  const std::int64_t dx = static_cast<std::int16_t>(way & 0xFFFF);
+  const std::int64_t dy = way >> 16;
+  const LineSegment line = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
+  if (dy == 0) {
+    for (std::int64_t x = line.x1; x < line.x2; ++x) {
+      target.set(start + x);
+    }
+  } else {
+    walkLine(line, target.width, [&](std::int64_t pixel) { target.set(start + pixel); });
+  }
+}
+
+void walkMore(WireQueue& queue, const WireTarget& target, WireLists::Pixels& pixels) {
+  const Ints d;
+  Walks walks;
+  for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
+    const std::size_t count = std::min(hn::Lanes(d), queue.count - i);
+    prepareWalks(hn::Load(d, queue.start + i), hn::Load(d, queue.way + i), target.width, walks);
+    for (std::size_t k = 0; k < count; ++k) {
+      if (walks.steps[k] <= kVectorWalk) {
+        walkSteps(walks, k, pixels);
+      } else {
+        walkFurther(queue.start[i + k], queue.way[i + k], target);
+      }
+      if (pixels.count > WireLists::Pixels::kKept) {
+        lightPixels(pixels, target.lit);
+      }
+    }
+  }
+  queue.count = 0;
+}
+
+#endif
+
+}  // namespace pv::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#endif

@@ -24,6 +24,13 @@ using reference::Dice;
 using reference::FrameSetup;
 using reference::Taste;
 
+// Unoptimised and watched, a frame takes fifty times as long.
+#ifdef __SANITIZE_ADDRESS__
+constexpr int kLessOften = 6;
+#else
+constexpr int kLessOften = 1;
+#endif
+
 class VectorForms : public testing::Test {
  protected:
   ~VectorForms() override { hwy::GetChosenTarget().Update(hwy::SupportedTargets()); }
@@ -88,7 +95,7 @@ void walkPath(ShapeRecord& shape, const FrameSetup& setup, Dice& dice, int count
 
 TEST_F(VectorForms, RandomShapes) {
   Dice dice(40);
-  for (int i = 0; i < 1500; ++i) {
+  for (int i = 0; i < 1500 / kLessOften; ++i) {
     compare(reference::randomShape(dice, i % 3 == 2 ? Taste::Wild : Taste::Useful), setupOf(dice));
     ASSERT_FALSE(HasFatalFailure()) << i;
   }
@@ -96,7 +103,7 @@ TEST_F(VectorForms, RandomShapes) {
 
 TEST_F(VectorForms, LinesOfEveryLengthAndDirection) {
   Dice dice(41);
-  for (int i = 0; i < 1500; ++i) {
+  for (int i = 0; i < 1500 / kLessOften; ++i) {
     const FrameSetup setup = setupOf(dice);
     ShapeRecord shape;
     shape.emitter.kind = dice.once(3) ? EmitterKind::SweepPath : EmitterKind::LoftPath;
@@ -132,7 +139,7 @@ TEST_F(VectorForms, LongColumns) {
 // So dense that most patches of the copies are hidden by what is drawn already.
 TEST_F(VectorForms, CopiesThatHideEachOther) {
   Dice dice(44);
-  for (int i = 0; i < 150; ++i) {
+  for (int i = 0; i < 150 / kLessOften; ++i) {
     ShapeRecord shape = reference::randomShape(dice, i % 5 == 4 ? Taste::Wild : Taste::Useful);
     EmitterSettings& emitter = shape.emitter;
     emitter.kind = std::array{EmitterKind::GridPatch, EmitterKind::SpherePatch,

@@ -81,9 +81,9 @@ PathResponse PathView::setTool(PathTool tool) {
   if (!isPathTool(tool)) {
     return respond(false);
   }
-  const bool leavesDraw = tool_ == PathTool::Draw && tool != PathTool::Draw;
+  const bool bandChanges = (tool_ == PathTool::Draw) != (tool == PathTool::Draw);
   const bool leavesSegment = hoveredSegment_ >= 0 && tool != PathTool::Add;
-  const bool repaint = leavesDraw || leavesSegment || isDragging() || rubberBand_;
+  const bool repaint = bandChanges || leavesSegment || isDragging() || rubberBand_;
   endDrag();
   if (leavesSegment) {
     path_.setHighlight(hoveredSegment_, false);

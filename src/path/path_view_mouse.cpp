@@ -115,6 +115,7 @@ PathResponse PathView::moveGrab(ScreenPoint position) {
 PathResponse PathView::moveTool(ScreenPoint position) {
   grabStarted_ = false;
   const ScreenPoint current = path_.snapPoint(viewport(), position);
+  const bool bandStays = drawMode_ && current == lastMouse_;
   bool redraw = drawMode_;
   if (position != lastMouse_ && tool_ == PathTool::Add) {
     redraw = hoverSegment(position);
@@ -133,7 +134,7 @@ PathResponse PathView::moveTool(ScreenPoint position) {
     redraw = true;
   }
   lastMouse_ = current;
-  return respond(redraw || changed, changed);
+  return respond((redraw && !bandStays) || changed, changed);
 }
 
 /// Returns whether the highlighted segment is another one than before.

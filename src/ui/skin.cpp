@@ -9,21 +9,20 @@ QColor colourFrom(std::uint32_t rgb) {
   return QColor(QRgb{rgb});
 }
 
-QFont fontOf(bool bold) {
-  constexpr int kPixelSize = 11;
-  QFont font;
-  font.setFamilies({"Verdana", "DejaVu Sans"});
-  font.setStyleHint(QFont::SansSerif);
-  font.setPixelSize(kPixelSize);
-  font.setBold(bold);
-  return font;
-}
-
 }  // namespace
 
 QColor Skin::hovered(const QColor& colour) {
   constexpr double kTowardsWhite = 0.1;
   return mixed(colour, Qt::white, kTowardsWhite);
+}
+
+QFont skinFont() {
+  constexpr int kPixelSize = 11;
+  QFont font;
+  font.setFamilies({"Verdana", "DejaVu Sans"});
+  font.setStyleHint(QFont::SansSerif);
+  font.setPixelSize(kPixelSize);
+  return font;
 }
 
 Skin skinFrom(const ColourScheme& scheme) {
@@ -35,8 +34,9 @@ Skin skinFrom(const ColourScheme& scheme) {
   skin.text = colourFrom(scheme.text);
   skin.button = colourFrom(scheme.button);
   skin.selected = colourFrom(scheme.selected);
-  skin.font = fontOf(false);
-  skin.boldFont = fontOf(true);
+  skin.font = skinFont();
+  skin.boldFont = skin.font;
+  skin.boldFont.setBold(true);
   return skin;
 }
 

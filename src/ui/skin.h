@@ -28,6 +28,9 @@ struct Skin {
   [[nodiscard]] static QColor hovered(const QColor& colour);
 };
 
+/// The font of every skin, also for what paints itself.
+[[nodiscard]] QFont skinFont();
+
 [[nodiscard]] Skin skinFrom(const ColourScheme& scheme);
 
 }  // namespace pv

@@ -69,11 +69,13 @@ CSpinCombo::CSpinCombo(const UiContext& context, const QString& label, const QSt
     setAccessibleName(CPopup::titleOf(label));
   }
   field_->setAccessibleName(accessibleName());
+  measureLabel();
   showInField();
 }
 
 void CSpinCombo::setLabel(const QString& label) {
   label_ = label;
+  measureLabel();
   updateGeometry();
   field_->setGeometry(fieldRect());
   update();
@@ -110,7 +112,7 @@ QSize CSpinCombo::sizeHint() const {
 }
 
 QSize CSpinCombo::minimumSizeHint() const {
-  return {labelWidth() + kLeastTrack + 2 * kGap + kFieldWidth, kHeight};
+  return {labelWidth_ + kLeastTrack + 2 * kGap + kFieldWidth, kHeight};
 }
 
 void CSpinCombo::change(std::int64_t value) {
@@ -171,19 +173,20 @@ void CSpinCombo::showInField() {
   field_->setModified(false);
 }
 
-int CSpinCombo::labelWidth() const {
+void CSpinCombo::measureLabel() {
   if (label_.isEmpty()) {
-    return 0;
+    labelWidth_ = 0;
+    return;
   }
   // Wide enough for the usual labels, so that tracks of rows stand in line.
   const auto metrics = fontMetrics();
   const int usual = metrics.horizontalAdvance(QStringLiteral("Positions:"));
-  return std::max(usual, metrics.horizontalAdvance(label_)) + kGap + 1;
+  labelWidth_ = std::max(usual, metrics.horizontalAdvance(label_)) + kGap + 1;
 }
 
 int CSpinCombo::iconWidth() const {
   const bool any = !highImage_.name().empty() || !lowImage_.name().empty();
-  const int room = width() - labelWidth() - kFieldWidth - kGap - 2 * (kIcon + kGap);
+  const int room = width() - labelWidth_ - kFieldWidth - kGap - 2 * (kIcon + kGap);
   return any && room >= kLeastTrack ? kIcon + kGap : 0;
 }
 
@@ -193,7 +196,7 @@ QRect CSpinCombo::fieldRect() const {
 }
 
 QRect CSpinCombo::trackRect() const {
-  const int left = labelWidth() + iconWidth();
+  const int left = labelWidth_ + iconWidth();
   const int right = width() - kFieldWidth - kGap - iconWidth();
   return {left, 0, std::max(kHandle + 1, right - left), height()};
 }
@@ -255,7 +258,7 @@ void CSpinCombo::paintEvent(QPaintEvent* /*event*/) {
   const Skin& skin = context_.skin;
   PixelPainter painter(*this, skin);
   const bool hover = isEnabled() && underMouse();
-  painter.text({0.0, 0.0, double(labelWidth() - kGap), double(height())}, Qt::AlignLeft, label_,
+  painter.text({0.0, 0.0, double(labelWidth_ - kGap), double(height())}, Qt::AlignLeft, label_,
                hover ? brightColour(skin) : skin.text, font());
   const QRect track = trackRect();
   if (iconWidth() > 0) {
@@ -373,6 +376,8 @@ void CSpinCombo::changeEvent(QEvent* event) {
   if (event->type() == QEvent::EnabledChange) {
     dragging_ = false;
     update();
+  } else if (event->type() == QEvent::FontChange) {
+    measureLabel();
   }
   QWidget::changeEvent(event);
 }

@@ -69,7 +69,7 @@ class CSpinCombo : public QWidget {
   void takeField();
   void showInField();
   void paintTrack(PixelPainter& painter);
-  [[nodiscard]] int labelWidth() const;
+  void measureLabel();
   [[nodiscard]] int iconWidth() const;
   [[nodiscard]] QRect fieldRect() const;
   [[nodiscard]] QRect trackRect() const;
@@ -85,6 +85,7 @@ class CSpinCombo : public QWidget {
   int low_ = 0;
   int high_ = 100;
   int value_ = 0;
+  int labelWidth_ = 0;  ///< with the gap behind it
   int wheelRest_ = 0;  ///< eighths of a degree that do not make a step yet
   bool dragging_ = false;
   bool ring_ = false;

@@ -4,13 +4,14 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 #include "util/files_platform.h"
 
 namespace pv::platform {
 namespace {
 
-constexpr std::size_t kReadStep = std::size_t{1} << 16;
+constexpr std::size_t kReadStep = 4096;  // beyond the size that was reported
 constexpr std::size_t kLargestWrite = std::size_t{1} << 30;
 constexpr mode_t kPermissionBits = 0777;
 constexpr mode_t kNewFile = 0666;  // less the user's mask
@@ -151,10 +152,12 @@ Outcome readRegularFile(const std::filesystem::path& file, std::size_t limit,
   if (auto failure = notRegular(state.st_mode)) {
     return failure;
   }
-  // The size is only a hint: the file may grow, and some report none.
+  // The size is only a hint: the file may grow, and some report none. The byte more
+  // lets most files be seen to their end with one step and a short one.
+  auto step = static_cast<std::size_t>(std::max<off_t>(state.st_size, 0)) + 1;
   while (bytes.size() < limit) {
     const auto used = bytes.size();
-    bytes.resize(used + std::min(limit - used, kReadStep));
+    bytes.resize(used + std::min(limit - used, std::exchange(step, kReadStep)));
     const auto got = ::read(opened.number(), bytes.data() + used, bytes.size() - used);
     const int code = errno;
     bytes.resize(used + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "page_fixture.h"
+#include "paint_counter.h"
 #include "path/ui/left_path_tab.h"
 
 namespace pv {
@@ -69,6 +70,7 @@ class EditPathTabTest : public QObject {
   void buttonsExplainThemselvesInReadingOrder();
   void viewsToolsAndSnapping();
   void drawnPointsLieUnderThePointer();
+  void movesMakeFramesOnlyOfChanges();
   void stepsAreTakenBackByKeysAndButtons();
   void escapeTakesBackADragAndIsPassedOnOtherwise();
   void wheelMiddleButtonAndCtrlMoveTheGrid();
@@ -213,6 +215,33 @@ void EditPathTabTest::drawnPointsLieUnderThePointer() {
     const QColor marker = picture.pixelColor(pixel);
     QVERIFY2(marker.hslSaturation() > 100, qPrintable(marker.name()));
   }
+}
+
+void EditPathTabTest::movesMakeFramesOnlyOfChanges() {
+  page().setPath(kTwoPoints);
+  click(kMove);
+  key(Qt::Key_A, Qt::ControlModifier);
+  widget().repaint();
+  PaintCounter counter(widget());
+  for (int i = 0; i < 50; ++i) {
+    move({20 + 2 * i, 20});
+  }
+  QCoreApplication::processEvents();
+  QCOMPARE(counter.paints, 0);
+
+  const QPoint first = placeOfPoint(kTwoPoints.points[0]);
+  press(first);
+  QCoreApplication::processEvents();
+  counter.paints = 0;
+  for (int i = 1; i <= 200; ++i) {
+    const QPointF at = first + QPoint(i, i % 7);
+    QCoreApplication::postEvent(
+        &widget(), new QMouseEvent(QEvent::MouseMove, at, widget().mapToGlobal(at), Qt::NoButton,
+                                   Qt::LeftButton, Qt::NoModifier));
+  }
+  QTRY_COMPARE(counter.paints, 1);
+  const QPoint off = placeOfPoint(page().path().points[0]) - first - QPoint(200, 200 % 7);
+  QVERIFY2(off.manhattanLength() <= 2, qPrintable(QString::number(off.manhattanLength())));
 }
 
 void EditPathTabTest::stepsAreTakenBackByKeysAndButtons() {

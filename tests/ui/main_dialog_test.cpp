@@ -206,6 +206,7 @@ void MainDialogTest::open(const std::string& place) {
   dialog_->show();
   dialog_->activateWindow();
   QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
+  QTRY_VERIFY(dialog_->findChild<CLibraryTab*>());  // pages that do not show come later
 }
 
 void MainDialogTest::controlsStandInTheirPlaces() {

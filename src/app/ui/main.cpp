@@ -1,8 +1,12 @@
 #include <cstdio>
 #include <cstdlib>
+#include <future>
+#include <initializer_list>
 
 #include <QApplication>
 #include <QIcon>
+#include <QImageReader>
+#include <QPixmap>
 
 #include "app/application_folder.h"
 #include "app/ui/arguments.h"
@@ -13,7 +17,22 @@
 #include "util/user_folders.h"
 #include "util/user_registry.h"
 
+#ifdef __linux__
+// Of the library that the toolkit finds its fonts with.
+extern "C" [[gnu::weak]] int FcInit();
+#endif
+
 namespace {
+
+// Reads the machine's settings for fonts while the toolkit connects to the display;
+// its first text would wait for them.
+void readFontSettings() {
+#ifdef __linux__
+  if (FcInit != nullptr) {
+    FcInit();
+  }
+#endif
+}
 
 constexpr const char* kInstanceName = "TESTAPP_MUTEX_NAME";
 
@@ -28,10 +47,12 @@ void endWithoutDisplay(QtMsgType type, const QMessageLogContext& /*where*/,
   std::fprintf(stderr, "%s\n", qPrintable(message));
 }
 
-QIcon windowIcon() {
+QIcon windowIcon(std::initializer_list<int> sizes) {
   QIcon icon;
-  for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
-    icon.addFile(QString(":/particle-vortex-%1.png").arg(size));
+  for (const int size : sizes) {
+    QImageReader reader(QString(":/particle-vortex-%1.png").arg(size), "png");
+    reader.setAutoDetectImageFormat(false);  // which would load every picture plug-in
+    icon.addPixmap(QPixmap::fromImage(reader.read()));
   }
   return icon;
 }
@@ -54,13 +75,14 @@ int main(int argc, char** argv) {
     return EXIT_FAILURE;
   }
 
+  const auto fonts = std::async(std::launch::async, readFontSettings);
   const auto defaultHandler = qInstallMessageHandler(endWithoutDisplay);
   const QApplication app(argc, argv);
   qInstallMessageHandler(defaultHandler);
 
   QCoreApplication::setApplicationName("Particle Vortex");
   QCoreApplication::setApplicationVersion(PV_VERSION);
-  QApplication::setWindowIcon(windowIcon());
+  QApplication::setWindowIcon(windowIcon({16, 24, 32}));
   pv::applyDarkStyle();
 
   const auto module = pv::moduleName();
@@ -72,6 +94,9 @@ int main(int argc, char** argv) {
   if (!arguments->file.empty()) {
     dialog.openFile(QString::fromLocal8Bit(arguments->file));
   }
+  QObject::connect(&dialog, &pv::MainDialog::pictureShown, [] {
+    QApplication::setWindowIcon(windowIcon({16, 24, 32, 48, 64, 128, 256}));
+  });
   dialog.show();
   return QCoreApplication::exec();
 }

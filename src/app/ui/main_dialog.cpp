@@ -6,23 +6,16 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QStackedWidget>
+#include <QTimer>
 
-#include "app/page_strip_model.h"
-#include "app/ui/library_desk.h"
 #include "app/ui/messages.h"
 #include "app/ui/quiet_page.h"
 #include "app/ui/window_place.h"
-#include "library/ui/library_tab.h"
-#include "particle/ui/particle_tab.h"
-#include "path/ui/edit_path_tab.h"
-#include "path/ui/left_path_tab.h"
-#include "shape/ui/tab_emitter.h"
 #include "ui/controls.h"
 #include "ui/dialog_units.h"
 #include "ui/page_strip.h"
@@ -82,6 +75,7 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
       registry_(registry),
       coreNames_(readCoreNames(registry)),
       context_{skinFrom(readColourScheme(registry)), ImageStore(setup.applicationFolder)} {
+  context_.images.readAhead(devicePixelRatioF());
   setAcceptDrops(true);
   setMinimumSize(kLeastSize);
   setFont(context_.skin.font);
@@ -95,87 +89,23 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
   desk_ = new QWidget;
   desk_->setMinimumSize(toRect(inPixels(kDialog)).size());
   scroll_->setWidget(desk_);
-  libraries_ = new LibraryDesk(context_, setup_.applicationFolder, this);
   buildStrip();
-  buildLeftPanel();
-  buildRightPanel();
+  buildPanels();
   addHiddenButton(desk_, "1", "OK", kOk);
   addHiddenButton(desk_, "2", "Cancel", kCancel);
   desk_->installEventFilter(this);
-  connectPages();
+  connectEmitter();
   connectModifiers();
   addKeys();
 
   applyShape(ShapeRecord{});
-  showPage(LeftPage::Emitter);
+  showLayout();
   placeWindow(*this, readSetting(registry_, kWindowPlaceValue, ""), desk_->minimumSize());
 }
 
 MainDialog::~MainDialog() {
   writeSetting(registry_, kWindowPlaceValue, windowPlace(*this));
   writeCoreNames(registry_, coreNames_);
-}
-
-void MainDialog::buildStrip() {
-  std::vector<PageStrip::Tab> tabs;
-  tabs.reserve(kStripTabs.size());
-  for (const StripTab& tab : kStripTabs) {
-    tabs.push_back({toText(tab.text), std::string(tab.image)});
-  }
-  strip_ = new PageStrip(context_, std::move(tabs), desk_);
-  strip_->setObjectName("8019");
-  connect(strip_, &PageStrip::nextRequested, this, [this] { showPage(nextPage(page())); });
-  connect(strip_, &PageStrip::tabRequested, this, [this](int tab) { showPage(pageOfTab(tab)); });
-}
-
-void MainDialog::buildLeftPanel() {
-  leftFrame_ = new PanelFrame(context_, desk_);
-  leftFrame_->setObjectName("8020");
-  leftHost_ = new QStackedWidget(desk_);
-  leftHost_->setObjectName("8022");
-  library_ = new CLibraryTab(context_);
-  emitter_ = new CTabEmitter(context_);
-  particleTab_ = new CParticleTab(context_);
-  pathPage_ = new CLeftPathTab(context_);
-  // In the order of LeftPage.
-  for (QWidget* page : std::initializer_list<QWidget*>{
-           library_, emitter_, particleTab_,
-           new QuietPage(context_, tr("There are no forces to set.")), pathPage_,
-           libraries_->page(LeftPage::Save), libraries_->page(LeftPage::Load),
-           libraries_->page(LeftPage::EditTags)}) {
-    leftHost_->addWidget(page);
-  }
-}
-
-void MainDialog::buildRightPanel() {
-  rightFrame_ = new PanelFrame(context_, desk_);
-  rightFrame_->setObjectName("8029");
-  rightHost_ = new QStackedWidget(desk_);
-  rightHost_->setObjectName("8028");
-  tab3d_ = new CTab3d(context_);
-  pathEditor_ = new CEditPathTab(context_);
-  // In the order of RightPage.
-  for (QWidget* page : std::initializer_list<QWidget*>{
-           tab3d_, pathEditor_, libraries_->page(RightPage::Save),
-           libraries_->page(RightPage::Load), libraries_->page(RightPage::EditTags)}) {
-    rightHost_->addWidget(page);
-  }
-  information_ = new TextLabel(context_, QString(), desk_);
-  information_->setObjectName("8058");
-  information_->setContentsMargins(2, 4, 0, 0);
-  information_->setWordWrap(true);
-  information_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-}
-
-void MainDialog::connectModifiers() {
-  connect(tab3d_, &CTab3d::modifierChanged, this, [this] {
-    showName();
-    showModifier();
-  });
-  // Any of the page's buttons may have chosen another modifier.
-  for (const auto* button : tab3d_->findChildren<QAbstractButton*>()) {
-    connect(button, &QAbstractButton::clicked, this, &MainDialog::showModifier);
-  }
 }
 
 void MainDialog::showModifier() {
@@ -200,10 +130,6 @@ void MainDialog::addKeys() {
   };
   file(QKeySequence::Open, 1);
   file(QKeySequence::Save, 2);
-  // A file dropped on a number field is meant for the window.
-  for (auto* field : desk_->findChildren<QLineEdit*>()) {
-    field->setAcceptDrops(false);
-  }
 }
 
 // The left panel keeps its width and all rows their edges; the right panel takes
@@ -223,6 +149,9 @@ void MainDialog::placeControls() {
 bool MainDialog::eventFilter(QObject* watched, QEvent* event) {
   if (watched == desk_ && event->type() == QEvent::Resize) {
     placeControls();
+  }
+  if (watched == desk_ && event->type() == QEvent::Paint && !std::exchange(painted_, true)) {
+    QTimer::singleShot(0, this, &MainDialog::followFirstPicture);
   }
   return QWidget::eventFilter(watched, event);
 }

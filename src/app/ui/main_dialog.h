@@ -62,6 +62,10 @@ class MainDialog : public QWidget {
   void showPage(LeftPage page);
   [[nodiscard]] const ParticleSettings& particles() const { return particles_; }
 
+ signals:
+  /// The window's first picture is on the screen: time for what nobody waits for.
+  void pictureShown();
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -70,13 +74,17 @@ class MainDialog : public QWidget {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  void buildLeftPanel();
+  // The window opens with the two pages that show first; the others are made as soon
+  // as it has been painted, or when one of them is asked for before that.
   void buildStrip();
-  void buildRightPanel();
-  void placeControls();
-  void connectPages();
+  void buildPanels();
+  void buildOtherPages();
+  void connectEmitter();
+  void connectOtherPages();
   void connectModifiers();
   void addKeys();
+  void placeControls();
+  void followFirstPicture();
 
   // Commands and modes.
   void leftCommand(PageResult result);
@@ -119,6 +127,7 @@ class MainDialog : public QWidget {
   QString shapeName_;  ///< without folder and suffix; empty for a new shape
   QString pathName_;   ///< the same for the path that is edited
   QString fault_;      ///< why something was not loaded or saved
+  bool painted_ = false;
 
   QScrollArea* scroll_ = nullptr;  ///< for screens that are too small
   QWidget* desk_ = nullptr;        ///< holds all controls, in dialog units
@@ -128,11 +137,13 @@ class MainDialog : public QWidget {
   QStackedWidget* leftHost_ = nullptr;
   QStackedWidget* rightHost_ = nullptr;
   TextLabel* information_ = nullptr;
-  CLibraryTab* library_ = nullptr;
   CTabEmitter* emitter_ = nullptr;
+  CTab3d* tab3d_ = nullptr;
+
+  // Null until buildOtherPages.
+  CLibraryTab* library_ = nullptr;
   CParticleTab* particleTab_ = nullptr;
   CLeftPathTab* pathPage_ = nullptr;
-  CTab3d* tab3d_ = nullptr;
   CEditPathTab* pathEditor_ = nullptr;
   LibraryDesk* libraries_ = nullptr;
 };

@@ -73,7 +73,7 @@ void MainDialog::loadShapeFile(const std::filesystem::path& file) {
 void MainDialog::loadPathFile(const std::filesystem::path& file, PathTarget target) {
   if (target == PathTarget::Editor) {
     if (pathEditor_->view().view().load(file)) {
-      pathEditor_->view().update();
+      pathEditor_->view().refresh();
       pathEditor_->showChoices();
       pathName_ = stemOf(file);
       showName();

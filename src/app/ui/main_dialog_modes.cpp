@@ -14,7 +14,6 @@
 #include "path/path_file.h"
 #include "path/path_readout.h"
 #include "path/ui/edit_path_tab.h"
-#include "path/ui/left_path_tab.h"
 #include "path/ui/path_view_widget.h"
 #include "shape/shape_file.h"
 #include "shape/ui/tab_emitter.h"
@@ -64,25 +63,10 @@ QImage toImage(const BmpPicture& picture, qreal pixelRatio) {
 
 }  // namespace
 
-void MainDialog::connectPages() {
-  connect(library_, &CLibraryTab::command, this, [this] { leftCommand({library_->selection()}); });
-  connect(emitter_, &CTabEmitter::command, this, [this] {
-    leftCommand({emitter_->pendingRequest(), emitter_->editPathRequest() == 1});
-  });
-  connect(particleTab_, &CParticleTab::command, this, [this] { leftCommand({}); });
-  connect(pathPage_, &CLeftPathTab::command, this,
-          [this] { leftCommand({pathPage_->takeResult()}); });
-  connect(pathEditor_, &CEditPathTab::command, this,
-          [this] { rightCommand({pathEditor_->takeResult()}); });
-  connect(pathEditor_, &CEditPathTab::readoutChanged, this, &MainDialog::showInformation);
-  connect(libraries_, &LibraryDesk::leftCommand, this, [this](int code) { leftCommand({code}); });
-  connect(libraries_, &LibraryDesk::rightCommand, this, [this](int code) { rightCommand({code}); });
-  connect(libraries_, &LibraryDesk::choiceChanged, this, &MainDialog::showPreview);
-}
-
 // --- commands ----------------------------------------------------------------------
 
 void MainDialog::leftCommand(PageResult result) {
+  buildOtherPages();
   if (page() == LeftPage::Emitter && (result.code != 0 || result.editPath)) {
     // A number that is still being typed belongs to the shape.
     if (QWidget* focus = focusWidget()) {
@@ -174,6 +158,7 @@ void MainDialog::loadChosen(ModeStep step) {
 // --- what shows ----------------------------------------------------------------------
 
 void MainDialog::showPage(LeftPage page) {
+  buildOtherPages();
   modes_.showPage(page);
   showLayout();
 }

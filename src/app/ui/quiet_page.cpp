@@ -24,23 +24,33 @@ void QuietPage::paintEvent(QPaintEvent* /*event*/) {
 PanelFrame::PanelFrame(const UiContext& context, QWidget* parent)
     : QWidget(parent), context_(context) {}
 
+// Whatever lies over the frame would be painted with it, so only the bar is.
 void PanelFrame::setTitle(const QString& title) {
-  title_ = title;
-  setAccessibleName(title);
-  update();
+  if (title_ != title) {
+    title_ = title;
+    setAccessibleName(title);
+    update(titleBar());
+  }
 }
 
 void PanelFrame::setName(const QString& name) {
-  name_ = name;
-  setAccessibleDescription(name);
-  update();
+  if (name_ != name) {
+    name_ = name;
+    setAccessibleDescription(name);
+    update(titleBar());
+  }
 }
 
 void PanelFrame::setDetail(const QString& detail) {
   if (detail_ != detail) {
     detail_ = detail;
-    update();
+    update(titleBar());
   }
+}
+
+// The panel's host begins 17 units below the frame's edge.
+QRect PanelFrame::titleBar() const {
+  return {0, 0, width(), inPixels({0, 0, 0, 17}).height - 2};
 }
 
 void PanelFrame::paintEvent(QPaintEvent* /*event*/) {
@@ -56,9 +66,7 @@ void PanelFrame::paintEvent(QPaintEvent* /*event*/) {
 
 void PanelFrame::paintTitle(QPainter& painter) const {
   const Skin& skin = context_.skin;
-  // The panel's host begins 17 units below the frame's edge.
-  QRect bar = rect();
-  bar.setHeight(inPixels({0, 0, 0, 17}).height - 2);
+  QRect bar = titleBar();
   painter.fillRect(bar, skin.title);
   bar.adjust(Skin::kRhythm, 0, -Skin::kRhythm, 0);
   painter.setPen(skin.text);

@@ -40,6 +40,7 @@ class PanelFrame : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  [[nodiscard]] QRect titleBar() const;
   void paintTitle(QPainter& painter) const;
 
   const UiContext& context_;

@@ -1,9 +1,10 @@
 #include "app/ui/window_style.h"
 
 #include <QApplication>
-#include <QFont>
 #include <QPalette>
 #include <QStyleFactory>
+
+#include "ui/skin.h"
 
 namespace pv {
 namespace {
@@ -46,10 +47,9 @@ QPalette darkPalette() {
 void applyDarkStyle() {
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   QApplication::setPalette(darkPalette());
-  QFont font;
-  font.setFamilies({"Verdana", "DejaVu Sans"});
-  font.setPixelSize(12);
-  QApplication::setFont(font);
+  // The controls' own font: fields lay out their text before they are given one, and
+  // a font that nothing shows would have to be loaded for that.
+  QApplication::setFont(skinFont());
 }
 
 }  // namespace pv

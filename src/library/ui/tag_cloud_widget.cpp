@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 
 #include "ui/pixel_painter.h"
 #include "ui/popup_help.h"
@@ -19,6 +20,11 @@ namespace {
 // In pixels of 96 dpi.
 constexpr int kMargin = 4;  // around the tags, frame included
 constexpr int kRow = 20;
+
+// Letters may stand out of their line above and below.
+QRect inked(const QRect& tag) {
+  return tag.adjusted(0, -4, 0, 4);
+}
 
 }  // namespace
 
@@ -114,13 +120,13 @@ QRect TagCloudWidget::tagRect(std::int32_t index) const {
 
 // --- painting --------------------------------------------------------------------
 
-void TagCloudWidget::paintEvent(QPaintEvent* /*event*/) {
+void TagCloudWidget::paintEvent(QPaintEvent* event) {
   const Skin& skin = context_.skin;
   const QColor background(QRgb{cloud_.colours().background});
   PixelPainter painter(*this, skin);
   painter.fill(painter.bounds(), background);
   for (const TagDrawItem& item : layout_.items) {
-    if (item.y < height() && item.y + item.extent.height > 0) {
+    if (event->rect().intersects(inked(tagRect(item.index)))) {
       const TagState state = cloud_.entries()[static_cast<std::size_t>(item.index)].state;
       tags_.paint(painter, item, {tagRect(item.index), state, item.index == hovered_, deleting_});
     }
@@ -154,9 +160,9 @@ std::int32_t TagCloudWidget::tagAt(QPoint position) const {
 void TagCloudWidget::hover(QPoint position) {
   const std::int32_t hit = rect().contains(position) ? tagAt(position) : -1;
   if (hit != hovered_) {
-    hovered_ = hit;
+    update(inked(tagRect(std::exchange(hovered_, hit))));
+    update(inked(tagRect(hovered_)));
     showHelp();
-    update();
   }
 }
 

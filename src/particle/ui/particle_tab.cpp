@@ -23,20 +23,26 @@ QString text(std::string_view utf8) {
 }
 
 // Narrow enough that every label fits before its control, whatever the font is;
-// one width for all of them.
+// one width for all of them. Texts shrink with the stretch but for rounding, so the
+// search begins near its end: each stretch that is looked at is a font to load.
 QFont labelFont(const Skin& skin) {
   constexpr int kNarrowest = 70;  // per cent
+  constexpr int kSpare = 2;
   QFont font = skin.font;
-  const auto fits = [&font](const ParticleText& label) {
-    return QFontMetrics(font).horizontalAdvance(label.text) <= inPixels(label.rect).width;
+  const auto shareOf = [&font](const ParticleText& label) {
+    const int width = QFontMetrics(font).horizontalAdvance(label.text);
+    return static_cast<double>(inPixels(label.rect).width) / std::max(width, 1);
   };
-  for (int stretch = 100; stretch >= kNarrowest; --stretch) {
-    font.setStretch(stretch);
-    if (fits(kAutoRandomLabel) &&
-        std::all_of(kParticleSelectors.begin(), kParticleSelectors.end(),
-                    [&fits](const ParticleSelector& row) { return fits(row.label); })) {
-      break;
+  const auto least = [&shareOf] {
+    double share = shareOf(kAutoRandomLabel);
+    for (const ParticleSelector& row : kParticleSelectors) {
+      share = std::min(share, shareOf(row.label));
     }
+    return share;
+  };
+  int stretch = std::clamp(static_cast<int>(100 * least()) + kSpare, kNarrowest, 100);
+  for (font.setStretch(stretch); stretch > kNarrowest && least() < 1; font.setStretch(stretch)) {
+    --stretch;
   }
   return font;
 }
@@ -45,9 +51,7 @@ QFont labelFont(const Skin& skin) {
 class RowLabel : public TextLabel {
  public:
   RowLabel(const UiContext& context, const QString& text, QWidget* parent)
-      : TextLabel(context, text, parent), context_(context) {
-    setFont(labelFont(context.skin));
-  }
+      : TextLabel(context, text, parent), context_(context) {}
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
@@ -206,6 +210,18 @@ void CParticleTab::showLook() {
 QSize CParticleTab::sizeHint() const {
   const DialogRect page = inPixels(kParticlePage);
   return {page.width, page.height};
+}
+
+// Not before, as it takes its time and most windows open with another page.
+void CParticleTab::showEvent(QShowEvent* event) {
+  if (!labelsFit_) {
+    labelsFit_ = true;
+    const QFont font = labelFont(context_.skin);
+    for (TextLabel* label : findChildren<TextLabel*>(Qt::FindDirectChildrenOnly)) {
+      label->setFont(font);
+    }
+  }
+  QWidget::showEvent(event);
 }
 
 void CParticleTab::paintEvent(QPaintEvent* /*event*/) {

@@ -36,6 +36,7 @@ class CParticleTab : public QWidget {
   void command();
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
@@ -61,6 +62,7 @@ class CParticleTab : public QWidget {
   std::array<QAbstractButton*, kAutoRandoms.size()> autoRandoms_{};
   QAbstractButton* rotateInstead_ = nullptr;
   CSpinCombo* rotation_ = nullptr;
+  bool labelsFit_ = false;  ///< their font was chosen
 };
 
 }  // namespace pv

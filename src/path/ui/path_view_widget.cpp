@@ -67,7 +67,7 @@ PathViewWidget::PathViewWidget(const UiContext& context, QWidget* parent)
 
 void PathViewWidget::apply(const PathResponse& response) {
   if (response.repaint) {
-    update();
+    refresh();
   }
   if (response.takeFocus && !hasFocus()) {
     setFocus(Qt::MouseFocusReason);
@@ -82,6 +82,11 @@ void PathViewWidget::apply(const PathResponse& response) {
   emit responded();
 }
 
+void PathViewWidget::refresh() {
+  frameIsDue_ = true;
+  update();
+}
+
 // --- frames ------------------------------------------------------------------
 
 void PathViewWidget::paintEvent(QPaintEvent* /*event*/) {
@@ -90,7 +95,9 @@ void PathViewWidget::paintEvent(QPaintEvent* /*event*/) {
   if (cursorRatio_ != devicePixelRatio()) {
     loadCursors();
   }
-  drawFrame();
+  if (frameIsDue_) {
+    drawFrame();
+  }
   // In device pixels, so that no row is doubled or lost at fractional scales.
   painter.setWorldTransform(toDevice_.inverted());
   if (picture_.size() != area_.size()) {
@@ -105,12 +112,15 @@ void PathViewWidget::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void PathViewWidget::measure(const QTransform& toDevice) {
+  const QRect area = deviceArea(toDevice, size());
+  frameIsDue_ |= area.size() != area_.size() || toDevice.m11() != toDevice_.m11();
   toDevice_ = toDevice;
-  area_ = deviceArea(toDevice, size());
+  area_ = area;
   view_.setSize(area_.width(), area_.height(), static_cast<float>(toDevice.m11()));
 }
 
 void PathViewWidget::drawFrame() {
+  frameIsDue_ = false;
   presenter_.present(view_.drawFrame(), view_.width(), view_.height());
   copyFrame(presenter_.bits(), presenter_.width(), presenter_.height(), picture_);
 }

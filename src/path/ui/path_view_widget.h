@@ -33,6 +33,8 @@ class PathViewWidget : public QWidget {
   /// Acts on the answer of a call of view(). Frames are only asked for here and
   /// drawn when the window paints, so any number of changes make one frame.
   void apply(const PathResponse& response);
+  /// Asks for a frame. Without that the window's paints show the last one again.
+  void refresh();
 
   /// Whether a key means something here now; Escape only while there is a drag to take back.
   /// Such keys are kept from the window's shortcuts.
@@ -77,7 +79,8 @@ class PathViewWidget : public QWidget {
   QTransform toDevice_;               ///< from the widget to what was painted on last
   QRect area_;                        ///< the widget there
   std::optional<PathMouse> pointer_;  ///< while it is over the view
-  bool ring_ = false;                 ///< the keyboard brought the focus
+  bool frameIsDue_ = true;
+  bool ring_ = false;  ///< the keyboard brought the focus
   PathCursor shown_ = PathCursor::Arrow;
   std::array<QCursor, kPathCursorCount> cursors_;
   qreal cursorRatio_ = 0;  ///< of the screen that the cursors were loaded for

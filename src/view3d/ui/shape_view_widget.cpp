@@ -28,11 +28,16 @@ ShapeViewWidget::ShapeViewWidget(QWidget* parent) : QWidget(parent) {
 
 void ShapeViewWidget::apply(const ViewResponse& response) {
   if (response.repaint) {
-    update();
+    refresh();
   }
   if (response.modifierChanged) {
     emit modifierChanged();
   }
+}
+
+void ShapeViewWidget::refresh() {
+  frameIsDue_ = true;
+  update();
 }
 
 bool ShapeViewWidget::event(QEvent* event) {
@@ -51,11 +56,14 @@ void ShapeViewWidget::paintEvent(QPaintEvent* /*event*/) {
   if (area.isEmpty()) {
     return;
   }
-  drawFrame(area.size(), toDevice.m11());
+  measure(area.size(), toDevice.m11());
+  if (frameIsDue_) {
+    drawFrame();
+  }
   painter.drawImage(area, picture_);
 }
 
-void ShapeViewWidget::drawFrame(QSize deviceSize, qreal pixelRatio) {
+void ShapeViewWidget::measure(QSize deviceSize, qreal pixelRatio) {
   // Wider than a projector takes: fewer, larger pixels.
   const int divisor =
       1 + std::max(deviceSize.width(), deviceSize.height()) / (kLargestFrameSide + 1);
@@ -63,10 +71,16 @@ void ShapeViewWidget::drawFrame(QSize deviceSize, qreal pixelRatio) {
                    std::max(1, deviceSize.height() / divisor));
   const qreal frameRatio = pixelRatio / divisor;
   const qreal viewRatio = std::max(1.0, frameRatio);
+  frameIsDue_ |= size != frameSize_ || frameRatio != frameRatio_;
+  frameSize_ = size;
+  frameRatio_ = frameRatio;
   pixelsOf96Dpi_ = frameRatio / viewRatio;
   view_.setSize(size.width(), size.height(), static_cast<float>(viewRatio));
+}
 
-  presenter_.present(view_.drawFrame(), size.width(), size.height());
+void ShapeViewWidget::drawFrame() {
+  frameIsDue_ = false;
+  presenter_.present(view_.drawFrame(), frameSize_.width(), frameSize_.height());
   copyFrame(presenter_.bits(), presenter_.width(), presenter_.height(), picture_);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QPointF>
+#include <QSize>
 #include <QWidget>
 
 #include "raster/frame_presenter.h"
@@ -23,6 +24,8 @@ class ShapeViewWidget : public QWidget {
   /// Acts on the answer of a call of view(). Frames are only asked for here and
   /// drawn when the window paints, so any number of changes make one frame.
   void apply(const ViewResponse& response);
+  /// Asks for a frame. Without that the window's paints show the last one again.
+  void refresh();
 
   [[nodiscard]] QSize sizeHint() const override { return {640, 600}; }
   [[nodiscard]] QSize minimumSizeHint() const override { return {160, 120}; }
@@ -42,14 +45,18 @@ class ShapeViewWidget : public QWidget {
 
  private:
   [[nodiscard]] PixelPoint toView(QPointF position) const;
-  void drawFrame(QSize deviceSize, qreal pixelRatio);
+  void measure(QSize deviceSize, qreal pixelRatio);
+  void drawFrame();
   void releaseDrag();
   void showPointer();
 
   ShapeView view_;
   FramePresenter presenter_;
+  QSize frameSize_;          ///< in the view's pixels
+  qreal frameRatio_ = 0;     ///< of those to pixels of the window
   QImage picture_;           ///< the presenter's bitmap, top row first
   qreal pixelsOf96Dpi_ = 1;  ///< the view's mouse pixels to one of the window's
+  bool frameIsDue_ = true;
   bool pressed_ = false;
 };
 

@@ -46,7 +46,7 @@ CTab3d::CTab3d(const UiContext& context, QWidget* parent) : QWidget(parent), con
 
 void CTab3d::setShape(const ShapeRecord& shape) {
   view_->view().setShape(shape);
-  view_->update();  // also where the kind is unknown and the old mesh stays
+  view_->refresh();  // also where the kind is unknown and the old mesh stays
 }
 
 void CTab3d::press(const Tab3dButton& button) {

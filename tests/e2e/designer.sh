@@ -37,9 +37,29 @@ left=$(place)
 end_designer
 settings | grep -q '"CoreShapeFilename"="journey"' || fail "no core name was kept"
 
-start "$saved"
+"$build"/bin/pvortex set "$saved" -o "$work"/dispersed.j3d modifiers.vertexDisperse.x=20
+start "$work"/dispersed.j3d
 at_home() { [ "$(place)" = "$left" ]; }
 await "the window is not where it was left: $left" at_home
+
+# --- a shape that stands still: each new frame would disperse its points anew ------
+still=$(picture)
+pointer() { xdotool mousemove --window "$window" "$1" "$2"; }
+for x in 400 500 600; do pointer $x 100; done
+pointer 315 60
+helped() { xwininfo -root -tree | grep -qF '"Particle Vortex": ("particle-vortex"'; }
+await "no help" helped
+pointer 600 680
+for page in 1 2 3 4; do click 140 25; done
+in_mode "Emitter"
+xdotool windowminimize "$window"
+hidden() { ! xdotool search --onlyvisible --name '^Vortexa-'; }
+await "the window stays" hidden
+xdotool windowmap "$window" windowactivate "$window"
+await "the window is not active" active "$window"
+same() { [ "$(picture)" = "$still" ]; }
+await "a frame was drawn for nothing" same
+changing drag 400 100 440 130
 
 # --- one window, whoever else starts it -------------------------------------------
 timeout 5 "$work"/stage/bin/particle-vortex >"$work"/second 2>&1 || fail "a second copy ended with $?"

@@ -86,7 +86,7 @@ class CSpinCombo : public QWidget {
   int high_ = 100;
   int value_ = 0;
   int labelWidth_ = 0;  ///< with the gap behind it
-  int wheelRest_ = 0;  ///< eighths of a degree that do not make a step yet
+  int wheelRest_ = 0;   ///< eighths of a degree that do not make a step yet
   bool dragging_ = false;
   bool ring_ = false;
 };

@@ -250,7 +250,7 @@ void RandomDirections::take(CRandSequence& random, std::size_t count) {
 }
 
 void RandomDirections::Reader::make(std::size_t group) {
-  std::array<CRandSequence::Window, kRuns> windows;
+  std::array<CRandSequence::Window, kRuns> windows{};
   windows[0] = from_.marks_[group];
   for (std::size_t run = 1; run < kRuns; ++run) {
     windows[run] = windows[run - 1];

@@ -48,8 +48,6 @@ class RandomDirections {
 class RandomDirections::Reader {
  public:
   /// `from` must stay as it is.
-  // What a group holds is set before it is read.
-  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
   explicit Reader(const RandomDirections& from) : from_(from) {}
 
   /// Directions of `count` (1 to VertexBlock::kCapacity) vertices from `first` on,
@@ -59,6 +57,10 @@ class RandomDirections::Reader {
  private:
   static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
   struct alignas(64) Group {
+    // Left unset: made before it is read.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
+    Group() {}
+
     std::array<float, kGroup> x;
     std::array<float, kGroup> y;
     std::array<float, kGroup> z;

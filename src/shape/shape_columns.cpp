@@ -1,8 +1,8 @@
 #include "shape/shape_columns.h"
 
 #include <algorithm>
-#include <cstring>
-#include <type_traits>
+#include <bit>
+#include <cstdint>
 
 namespace pv {
 
@@ -10,10 +10,16 @@ namespace {
 
 // Bit by bit: a value that is not a number is equal to itself, and the two
 // zeros differ.
-template <class T>
-bool sameBits(const T& a, const T& b) {
-  static_assert(std::is_trivially_copyable_v<T>);
-  return std::memcmp(&a, &b, sizeof(T)) == 0;
+bool sameBits(const ModifierTable& a, const ModifierTable& b) {
+  const auto bits = [](float value) { return std::bit_cast<std::uint32_t>(value); };
+  for (int kind = 0; kind < kModifierCount; ++kind) {
+    const Vec3& v = a[static_cast<ModifierKind>(kind)];
+    const Vec3& w = b[static_cast<ModifierKind>(kind)];
+    if (bits(v.x) != bits(w.x) || bits(v.y) != bits(w.y) || bits(v.z) != bits(w.z)) {
+      return false;
+    }
+  }
+  return true;
 }
 
 void apply(const InstanceTransform& transform, VertexBlock& block, std::size_t count) {

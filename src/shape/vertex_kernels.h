@@ -22,6 +22,10 @@ struct alignas(64) VertexBlock {
   static constexpr std::size_t kCapacity = 512;
   static constexpr std::size_t kStep = 16;  ///< divisible by every vector's length
 
+  // Left unset: filled before it is read.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
+  VertexBlock() {}
+
   float x[kCapacity];
   float y[kCapacity];
   float z[kCapacity];

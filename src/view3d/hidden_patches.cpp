@@ -26,6 +26,9 @@ constexpr std::size_t kMostPatches = 32;
 
 /// Pixels from low to high, both included; none when high is below low.
 struct alignas(64) PatchAreas {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
+  PatchAreas() {}
+
   std::int32_t lowX[kMostPatches];
   std::int32_t highX[kMostPatches];
   std::int32_t lowY[kMostPatches];

@@ -23,6 +23,10 @@ struct alignas(64) PixelColumn {
   static constexpr std::size_t kChunk = VertexBlock::kStep;
   static_assert(VertexBlock::kCapacity / kChunk <= 32);
 
+  // Left unset: only what was projected is read.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
+  PixelColumn() {}
+
   std::int32_t spots[kLead + VertexBlock::kCapacity + kLead];
   std::int32_t x[VertexBlock::kCapacity];
   std::int32_t y[VertexBlock::kCapacity];
@@ -53,8 +57,8 @@ struct alignas(64) PixelReach {
   /// Lets every side reach `pixels` further; not before something was included.
   void widen(std::int32_t pixels);
 
-  std::int16_t low[kLanes];
-  std::int16_t high[kLanes];
+  std::int16_t low[kLanes] = {};
+  std::int16_t high[kLanes] = {};
 };
 
 }  // namespace pv

@@ -36,8 +36,8 @@ class Rounds {
  public:
   struct Piece {
     Strip strip;
-    std::size_t begin;  ///< columns
-    std::size_t end;
+    std::size_t begin = 0;  ///< columns
+    std::size_t end = 0;
   };
 
   explicit Rounds(const ShapeColumns& shape)

@@ -42,12 +42,14 @@ struct WireTarget {
 
 /// Lines of a length class that wait for their inner pixels: where they start, and
 /// how far they go, as a word of two halves.
-// Left unset: only what was put in is read.
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 struct alignas(64) WireQueue {
   static constexpr std::size_t kKept = 256;  ///< more are worth going through
   static constexpr std::size_t kRoom = kKept + 2 * VertexBlock::kCapacity;
   static constexpr std::size_t kSpare = 64;  ///< what a compressed store may overshoot
+
+  // Left unset: only what was put in is read.
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
+  WireQueue() {}
 
   std::int32_t start[kRoom + kSpare];
   std::int32_t way[kRoom + kSpare];
@@ -57,11 +59,14 @@ struct alignas(64) WireQueue {
 /// What is still to be lit. Columns are gone through together, since a short list
 /// costs more than its entries.
 struct WireLists {
-  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
   struct alignas(64) Pixels {
     static constexpr std::size_t kKept = 1024;
     /// Vertices, and two inner pixels of every line that waits in `three`.
     static constexpr std::size_t kRoom = kKept + VertexBlock::kCapacity + 2 * WireQueue::kRoom;
+    // Left unset as well.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
+    Pixels() {}
+
     std::int32_t at[kRoom + WireQueue::kSpare];
     std::size_t count = 0;
   };

@@ -156,8 +156,10 @@ HWY_INLINE void walkSeven(WireQueue& queue, const WireTarget target,
 
 constexpr std::int32_t kVectorWalk = 63;  // steps
 
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 struct Walks {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
+  Walks() {}
+
   static constexpr std::size_t kLanes = hn::MaxLanes(Ints());
 
   HWY_ALIGN std::int32_t left[kLanes];
@@ -209,7 +211,7 @@ HWY_INLINE void walkSteps(const Walks& walks, std::size_t k, WireLists::Pixels& 
   }
 }
 
-void walkFurther(std::int32_t start, std::int32_t way, const WireTarget& target) {
+inline void walkFurther(std::int32_t start, std::int32_t way, const WireTarget& target) {
   const std::int64_t dx = static_cast<std::int16_t>(way & 0xFFFF);
   const std::int64_t dy = way >> 16;
   const LineSegment line = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
@@ -222,7 +224,8 @@ void walkFurther(std::int32_t start, std::int32_t way, const WireTarget& target)
   }
 }
 
-void walkMore(WireQueue& queue, const WireTarget& target, WireLists::Pixels& pixels) {
+inline HWY_ATTR void walkMore(WireQueue& queue, const WireTarget& target,
+                              WireLists::Pixels& pixels) {
   const Ints d;
   Walks walks;
   for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {

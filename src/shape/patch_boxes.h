@@ -15,11 +15,10 @@ class PatchBoxes {
   static constexpr std::size_t kRows = VertexBlock::kStep;
   static constexpr std::size_t kColumns = 8;
 
-  /// Boxes of columns of `stride` vertices, whole chunks, of which `rows` count and
-  /// the last is repeated. Vertices that are not numbers are left out. False, and
-  /// no boxes, without memory.
+  /// Makes room for the boxes of an instance. False, and no boxes, without memory.
   [[nodiscard]] bool prepare(std::size_t rows, std::size_t columns);
-  /// Fills the boxes of the group of columns that starts with `column`.
+  /// Fills the boxes of the group of columns that starts with `column`. Columns are
+  /// whole chunks, the last vertex repeated. What is not a number is left out.
   void fill(const VectorStreams& vertices, std::size_t column);
   void clear() { columns_ = 0; }
   [[nodiscard]] bool empty() const { return columns_ == 0; }

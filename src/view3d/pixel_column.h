@@ -12,7 +12,7 @@ namespace pv {
 /// The mark, as x, of a vertex that is not drawn: no projection reaches this far.
 inline constexpr std::int32_t kInvisible = INT32_MIN;
 
-/// Pixel positions of such a stretch, in chunks of sixteen. A position on the
+/// Pixel positions of a stretch of a column, in chunks of sixteen. A position on the
 /// canvas is one word, y in the upper half and x in the lower, so that vector
 /// code subtracts both at once; a chunk that leaves the canvas keeps its
 /// positions as two full words instead. Word k of `spots` stands at kLead + k;

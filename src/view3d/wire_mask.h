@@ -11,9 +11,10 @@ namespace pv {
 
 inline constexpr std::uint8_t kLit = 0xFF;
 
-/// The pixels that wires light, a byte each (kLit or 0), collected by one thread. A quarter
-/// of the frame's size, so that it lies in a nearer cache; and threads that
-/// collect into masks of their own never contend for a line of memory.
+/// The pixels that wires light, a byte each (kLit or 0), collected by one thread. A
+/// quarter of the frame's size, so that it lies in a nearer cache; and threads that
+/// collect into masks of their own never contend for a line of memory. All wires have
+/// one colour, so which thread lights a pixel, how often and when cannot be seen.
 class WireMask {
  public:
   /// For a frame of this size; false without memory. Nothing is lit afterwards.

@@ -32,6 +32,9 @@ await() {
 
 export XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work/run HOME=$work
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=0}  # the system's libraries leak at their end
+# No bus for assistive tools: without one of the desktop's each start would launch
+# a bus of its own, which stays behind and now and then never answers.
+export DBUS_SESSION_BUS_ADDRESS=disabled:
 unset QT_QPA_PLATFORM QT_SCALE_FACTOR QT_QPA_PLATFORMTHEME WAYLAND_DISPLAY
 mkdir -m 700 "$work"/run
 "$source"/tools/stage.sh "$build" "$work"/stage

@@ -43,7 +43,8 @@ std::pair<DWORD, std::string> run(const std::filesystem::path& folder, std::wstr
 
 TEST(WindowsProgram, ArgumentsAreAnyTextAndStarsAreExpanded) {
   const TemporaryFolder folder;
-  const auto says = [&folder](const std::wstring& arguments, DWORD status, const std::string& text) {
+  const auto says = [&folder](const std::wstring& arguments, DWORD status,
+                              const std::string& text) {
     const auto [ended, written] = run(folder.path(), arguments);
     EXPECT_EQ(ended, status) << written;
     EXPECT_EQ(written, text);
@@ -52,8 +53,7 @@ TEST(WindowsProgram, ArgumentsAreAnyTextAndStarsAreExpanded) {
   says(L"new -o \"b c.j3d\"", 0, "");
   // Lines end with LF, as everywhere.
   says(L"check *.j3d", 0, "b c.j3d: ok\n\xCE\xB1\xF0\x9F\x98\x80.j3d: ok\n");
-  says(L"check \xD800.j3d", 66,
-       "pvortex: \xED\xA0\x80.j3d: cannot be opened: File not found\n");
+  says(L"check \xD800.j3d", 66, "pvortex: \xED\xA0\x80.j3d: cannot be opened: File not found\n");
   for (const wchar_t* device : {L"con", L"nul", L"COM1", L"CONIN$", L"con.j3d"}) {
     EXPECT_EQ(run(folder.path(), std::wstring(L"check ") + device).first, 66U) << device;
   }

@@ -45,14 +45,14 @@ TEST_F(ThumbList, ListsByExtensionAndShowsParts) {
   list_.fill();  // no folder yet
   EXPECT_EQ(list_.count(), 0);
   fill(list_);
-  EXPECT_EQ(list_.allNames(), kNamesTellCase ? Names({"a-b", "a", "a", "b"})
-                                             : Names({"a-b", "a", "b"}));
+  EXPECT_EQ(list_.allNames(),
+            kNamesTellCase ? Names({"a-b", "a", "a", "b"}) : Names({"a-b", "a", "b"}));
   EXPECT_EQ(list_.shownNames(), list_.allNames());
   EXPECT_EQ(list_.place(), place_);
 
   list_.showSubset(Names{"b", "none", "a", "b"});
-  EXPECT_EQ(list_.shownNames(), kNamesTellCase ? Names({"b", "a", "a", "b"})
-                                               : Names({"b", "a", "b"}));
+  EXPECT_EQ(list_.shownNames(),
+            kNamesTellCase ? Names({"b", "a", "a", "b"}) : Names({"b", "a", "b"}));
   EXPECT_EQ(list_.shownToAll(1), 1);
   EXPECT_EQ(list_.shownToAll(2), 2);
   EXPECT_EQ(list_.count(), kNamesTellCase ? 4 : 3);

@@ -92,7 +92,7 @@ TEST_F(Workflow, WithoutAUsableNameNothingIsWritten) {
 
 TEST_F(Workflow, AnOlderFileOfTheNameIsKept) {
   put("shpe-0000.j3d", "first");
-  EXPECT_EQ(save("shpe").backupFile, programPath(host("shpe-0000.j3d.bak")));
+  EXPECT_EQ(save("shpe").backupFile, place_.folder + "\\shpe-0000.j3d.bak");
   fs::remove(host("thumbs/shpe-0000.bmp"));
   save("shpe");
   fs::remove(host("thumbs/shpe-0000.bmp"));

@@ -53,8 +53,7 @@ TEST(Golden, BowlsInAllViewsWithHandles) {
     view.setViewMode(static_cast<ViewMode>(mode));
     view.SelectModifier(ModifierKind::ShapeRotate);
     view.setSize(320, 240);
-    EXPECT_TRUE(
-        matchesGolden(view.drawFrame(), 320, 240, std::string(kBowls) + kViewNames[mode]));
+    EXPECT_TRUE(matchesGolden(view.drawFrame(), 320, 240, std::string(kBowls) + kViewNames[mode]));
   }
 }
 

@@ -1,20 +1,16 @@
-# For scripts: Wine with a home of its own, which asks for nothing and needs no display.
+# For scripts that run Windows programs: a Wine of their own.
 
-export WINEPREFIX=${PV_WINE_HOME:-${XDG_CACHE_HOME:-$HOME/.cache}/particle-vortex/wine}
-export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winedbg.exe=d" LC_ALL=C.UTF-8
-unset DISPLAY WAYLAND_DISPLAY
-wine=$(PATH=$PATH:/usr/lib/wine type -P wine64 || type -P wine)
-wineserver=$(PATH=/usr/lib/wine:$PATH type -P wineserver)
+wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
+wineserver=$(command -v wineserver || echo /usr/lib/wine/wineserver)
 
-# Makes the home where there is none, and starts what runs beside every program there:
-# left to the first of them, it would hold on to that one's output. The pipes of the
-# caller are kept from it for the same reason.
-start_wine() {
-  mkdir -p "$WINEPREFIX"
-  "$wineserver" -p
-  "$wine" wineboot
-  # Not every version makes the folder that it names for temporary files.
-  "$wine" cmd /c 'if not exist "%TEMP%" mkdir "%TEMP%"'
-} >/dev/null 2>&1 </dev/null
+# begin_wine FOLDER: an empty Windows in FOLDER, without a way to the user's own folders
+# and menus. What is run after that runs in it.
+begin_wine() {
+  export HOME=$1/home WINEPREFIX=$1/wine WINEARCH=win64 WINEDEBUG=-all
+  export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+  mkdir -p "$HOME"
+  "$wine" wineboot --init >/dev/null 2>&1
+}
 
-stop_wine() { "$wineserver" -k >/dev/null 2>&1 || true; }
+# Ends everything that still runs in it; the caller deletes the folder.
+end_wine() { "$wineserver" --kill 2>/dev/null || true; }

@@ -3,6 +3,9 @@
 ;   PV_VERSION   as in 0.1.0
 ;   PV_OUTPUT    the installer to make
 ;   PV_ICON      of the installer itself
+;   PV_PICTURE   beside its last page: convert -size 164x314 xc:#323232 ICON128.png
+;                -gravity north -geometry +0+48 -composite -fill #F07800
+;                -draw 'rectangle 161,0 163,313' -colors 128 -compress none BMP3:PICTURE
 ;   PV_SIZE      of the installed files, in kilobytes
 ;   PV_LONGEST   characters of the longest path behind the installation folder
 ;   PV_LISTS     folder of the lists of files: program, remove, shapes, paths
@@ -49,6 +52,7 @@ VIAddVersionKey LegalCopyright "The Particle Vortex authors, MIT licence"
 
 !define MUI_ICON "${PV_ICON}"
 !define MUI_UNICON "${PV_ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PV_PICTURE}"
 !define MUI_DIRECTORYPAGE_TEXT_TOP "${NAME} is installed for you alone. The \
   libraries with your shapes and paths lie below its folder, in vortex. A path of more than \
   200 characters may be too long."

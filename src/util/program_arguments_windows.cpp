@@ -1,7 +1,5 @@
-#define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <memory>
-#include <shellapi.h>
 #include <windows.h>
 
 #include "util/program_arguments.h"

@@ -1,10 +1,8 @@
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <cstdio>
 #include <io.h>
-#include <windows.h>
 
 #include "util/parent_console.h"
+#include "util/windows_calls.h"
 
 namespace pv {
 namespace {

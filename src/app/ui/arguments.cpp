@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
+#include "util/folders.h"
 #include "util/parent_console.h"
 #include "util/utf8_path.h"
 
@@ -22,10 +22,7 @@ constexpr int kUsageError = 64;
 
 // The library's own check would read the name in the code page of the day.
 std::string faultOfFolder(const std::string& name) {
-  std::error_code error;
-  return std::filesystem::is_directory(pathFromUtf8(name), error)
-             ? std::string()
-             : "Directory does not exist: " + name;
+  return isFolder(pathFromUtf8(name)) ? std::string() : "Directory does not exist: " + name;
 }
 
 }  // namespace

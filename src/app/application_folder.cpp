@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <iterator>
-#include <system_error>
 
 #include "util/ascii.h"
+#include "util/folders.h"
 #include "util/program_path.h"
 
 namespace pv {
@@ -42,9 +42,7 @@ std::string applicationFolder(const std::optional<std::string>& moduleName) {
 }
 
 std::string applicationFolderAt(const std::filesystem::path& root) {
-  std::error_code error;
-  const auto whole = std::filesystem::absolute(root, error);
-  std::string folder = programPath((error ? root : whole).lexically_normal());
+  std::string folder = programPath(absolutePath(root).lexically_normal());
   if (folder.ends_with(kSeparator)) {
     folder.pop_back();
   }
@@ -57,16 +55,14 @@ std::string helpPath(const std::optional<std::string>& moduleName, std::string_v
 }
 
 void makeLibraryFolders(std::string_view applicationFolder) {
-  std::error_code ignored;
-  if (!isAbsoluteProgramPath(applicationFolder) ||
-      !std::filesystem::is_directory(hostPath(applicationFolder), ignored)) {
+  if (!isAbsoluteProgramPath(applicationFolder) || !isFolder(hostPath(applicationFolder))) {
     return;
   }
   for (const std::string_view library : {kShapeLibrary, kPathLibrary}) {
     for (const std::string_view part : {"thumbs", "tagdb", "tags"}) {
       const std::string folder = std::string(applicationFolder) + kSeparator +
                                  std::string(library) + kSeparator + std::string(part);
-      std::filesystem::create_directories(hostPath(folder), ignored);
+      static_cast<void>(createFolders(hostPath(folder)));
     }
   }
 }

@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <system_error>
 
 #include "library/folder_names.h"
 #include "path/path_file.h"
 #include "shape/shape_file.h"
 #include "util/ascii.h"
 #include "util/disk_object.h"
+#include "util/folders.h"
 #include "util/program_path.h"
 #include "util/utf8_path.h"
 
@@ -64,9 +64,8 @@ const LibraryKind* kindHeldIn(const LibraryFolder& library, CliRun& run) {
 // The store looks folders up in lower case; where another one has that very
 // name, files would go there.
 bool isFoundAgain(const std::filesystem::path& folder, const std::string& programName) {
-  std::error_code error;
-  return std::filesystem::equivalent(folder, hostPath(programName), error) && !error &&
-         std::filesystem::equivalent(folder, hostPath(lowerCaseOf(programName)), error) && !error;
+  return isSameEntry(folder, hostPath(programName)) &&
+         isSameEntry(folder, hostPath(lowerCaseOf(programName)));
 }
 
 }  // namespace
@@ -105,14 +104,13 @@ std::string LibraryFolder::shown(std::string_view file) const {
 
 std::optional<LibraryFolder> openLibrary(const LibraryOptions& options, CliRun& run) {
   const auto folder = pathFromUtf8(options.folder);
-  std::error_code error;
-  if (!std::filesystem::is_directory(folder, error)) {
+  if (!isFolder(folder)) {
     run.fail(ExitStatus::NoInput, options.folder + ": there is no such folder");
     return {};
   }
   LibraryFolder library{options.folder, {}, false};
-  library.place.folder = programPath(std::filesystem::canonical(folder, error));
-  if (error || !isFoundAgain(folder, library.place.folder)) {
+  library.place.folder = programPath(finalPath(folder));
+  if (!isFoundAgain(folder, library.place.folder)) {
     run.fail(ExitStatus::NoInput,
              options.folder +
                  ": another folder's name differs in case only, or this one's has "

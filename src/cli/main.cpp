@@ -6,25 +6,36 @@
 #include "util/terminal.h"
 
 #ifdef _WIN32
-#include <filesystem>
+#include "util/utf8_path.h"
 
+#ifdef __MINGW32__
+// Shells leave names with stars to the programs; the runtime expands them at this word.
+extern "C" {
+int _dowildcard = -1;
+}
+#endif
+#endif
+
+namespace {
+
+int run(const std::vector<std::string>& args) {
+  const pv::CommandLineSession session;
+  return pv::runCli(args, std::cout, std::cerr, pv::errorGoesToTerminal());
+}
+
+}  // namespace
+
+#ifdef _WIN32
 // The narrow arguments are in the code page of the day; these are not.
 int wmain(int argc, wchar_t** argv) {
   std::vector<std::string> args;
   for (int i = 1; i < argc; ++i) {
-    const std::u8string text = std::filesystem::path(argv[i]).u8string();
-    args.emplace_back(text.begin(), text.end());
+    args.push_back(pv::utf8FromPath(argv[i]));
   }
-  return pv::runCli(args, std::cout, std::cerr, pv::errorGoesToTerminal());
+  return run(args);
 }
 #else
-#include <csignal>
-
 int main(int argc, char** argv) {
-  // A file above the user's size limit is then a failed write, reported and
-  // cleaned up, instead of the end of the program.
-  std::signal(SIGXFSZ, SIG_IGN);
-  const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
-  return pv::runCli(args, std::cout, std::cerr, pv::errorGoesToTerminal());
+  return run({argv + (argc > 0 ? 1 : 0), argv + argc});
 }
 #endif

@@ -1,11 +1,10 @@
 #include "library/library_place.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
-#include <system_error>
 
 #include "util/ascii.h"
+#include "util/folders.h"
 #include "util/program_path.h"
 
 namespace pv {
@@ -31,17 +30,11 @@ std::string LibraryPlace::thumbnailFile(std::string_view name) const {
 }
 
 bool folderExists(std::string_view path) {
-  std::error_code error;
-  return usable(path) && std::filesystem::is_directory(hostPath(path), error);
+  return usable(path) && isFolder(hostPath(path));
 }
 
 bool fileExists(std::string_view path) {
-  if (!usable(path)) {
-    return false;
-  }
-  std::error_code error;
-  const auto state = std::filesystem::status(hostPath(path), error);
-  return std::filesystem::exists(state) && !std::filesystem::is_directory(state);
+  return usable(path) && entryKind(hostPath(path)) == EntryKind::File;
 }
 
 std::string lowerCaseOf(std::string_view text) {

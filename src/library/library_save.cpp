@@ -4,6 +4,7 @@
 
 #include "library/file_numbering.h"
 #include "util/file_name.h"
+#include "util/folders.h"
 #include "util/program_path.h"
 #include "util/utf8_path.h"
 
@@ -14,17 +15,12 @@ namespace fs = std::filesystem;
 
 constexpr int kMaxBackups = 10000;
 
-bool isThere(const fs::path& file) {
-  std::error_code error;
-  return fs::exists(fs::symlink_status(file, error));
-}
-
 /// name.j3d.bak, .bak2 and on, the first that is free; empty when none is.
 fs::path freeBackup(const fs::path& file) {
   for (int i = 1; i <= kMaxBackups; ++i) {
     fs::path backup = file;
     backup += i == 1 ? ".bak" : ".bak" + std::to_string(i);
-    if (!isThere(backup)) {
+    if (!isNameTaken(backup)) {
       return backup;
     }
   }
@@ -34,20 +30,20 @@ fs::path freeBackup(const fs::path& file) {
 std::optional<Error> moveFile(const fs::path& from, const fs::path& to) {
   std::error_code error = std::make_error_code(std::errc::file_exists);
   if (!to.empty()) {
-    fs::rename(from, to, error);
+    error = renameEntry(from, to);
   }
   if (!error) {
     return std::nullopt;
   }
   return Error{ErrorKind::CannotCreate, utf8FromPath(from), std::nullopt,
-               "cannot be renamed: " + error.message()};
+               "cannot be renamed: " + reasonOf(error)};
 }
 
 /// The data file under its name, with an older one of that name out of the way.
 void writeDataFile(const LibraryPlace& place, const WriteDataFile& writeData, SaveReport& report) {
   const fs::path old = hostPath(place.dataFile(report.name));
   fs::path backup;
-  if (isThere(old)) {
+  if (isNameTaken(old)) {
     backup = freeBackup(old);
     report.dataFailure = moveFile(old, backup);
     if (report.dataFailure) {
@@ -60,7 +56,7 @@ void writeDataFile(const LibraryPlace& place, const WriteDataFile& writeData, Sa
     return;
   }
   report.dataFailure = written.error();
-  if (!backup.empty() && !isThere(old) && !moveFile(backup, old)) {
+  if (!backup.empty() && !isNameTaken(old) && !moveFile(backup, old)) {
     report.backupFile.clear();
   }
 }

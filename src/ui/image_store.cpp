@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <filesystem>
 #include <span>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -16,6 +15,7 @@
 #include <QImageReader>
 
 #include "util/files.h"
+#include "util/folders.h"
 #include "util/program_path.h"
 #include "util/utf8_path.h"
 
@@ -67,12 +67,12 @@ std::map<std::string, QImage, std::less<>> readDrawings(const std::filesystem::p
                                                         const std::string& suffix) {
   const bool dense = suffix.starts_with('@');
   std::map<std::string, QImage, std::less<>> drawings;
-  std::error_code error;
-  std::filesystem::directory_iterator file(folder, error);
-  for (; !error && file != std::filesystem::directory_iterator(); file.increment(error)) {
-    const std::string name = utf8FromPath(file->path().filename());
+  std::vector<FolderEntry> entries;
+  static_cast<void>(listFolder(folder, entries));
+  for (const FolderEntry& entry : entries) {
+    const std::string& name = entry.name;
     if (name.ends_with(suffix) && (dense || name.find('@') == std::string::npos)) {
-      drawings.emplace(kDrawings + name, read(file->path()));
+      drawings.emplace(kDrawings + name, read(folder / pathFromUtf8(name)));
     }
   }
   return drawings;

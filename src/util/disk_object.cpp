@@ -7,6 +7,7 @@
 #include "util/ascii.h"
 #include "util/files.h"
 #include "util/files_platform.h"
+#include "util/folders.h"
 #include "util/program_path.h"
 #include "util/utf8_path.h"
 
@@ -32,9 +33,7 @@ std::string absoluteText(std::string_view path) {
   if (text.starts_with(kNetworkStart) || isAbsoluteProgramPath(text)) {
     return text;
   }
-  std::error_code error;
-  const fs::path whole = fs::absolute(pathFromUtf8(text), error);
-  return error ? text : programPath(whole);
+  return programPath(absolutePath(pathFromUtf8(text)));
 }
 
 struct Found {
@@ -44,18 +43,15 @@ struct Found {
 
 std::error_code search(std::string_view folder, std::string_view pattern, Found& found) {
   found.anything = matchesPattern(".", pattern) || matchesPattern("..", pattern);
-  std::error_code error;
-  fs::directory_iterator entry(hostPath(folder), error);
-  while (!error && entry != fs::directory_iterator()) {
-    std::string name = utf8FromPath(entry->path().filename());
-    if (matchesPattern(name, pattern) && !isTemporaryFileName(name)) {
+  std::vector<FolderEntry> entries;
+  auto error = listFolder(hostPath(folder), entries);
+  for (auto& entry : entries) {
+    if (matchesPattern(entry.name, pattern) && !isTemporaryFileName(entry.name)) {
       found.anything = true;
-      std::error_code unknown;  // what cannot be looked at is listed
-      if (!entry->is_directory(unknown)) {
-        found.files.push_back(std::move(name));
+      if (!entry.isFolder) {
+        found.files.push_back(std::move(entry.name));
       }
     }
-    entry.increment(error);
   }
   if (!error && !found.anything) {
     error = std::make_error_code(std::errc::no_such_file_or_directory);
@@ -161,9 +157,7 @@ void CDiskObject::qualifyFolder(std::string& folder) {
 }
 
 bool CDiskObject::createDirectory(std::string_view path) {
-  std::error_code error;
-  const bool made = usable(path) && fs::create_directory(hostPath(path), error);
-  return failUnless(made, error ? error : std::make_error_code(std::errc::file_exists), path);
+  return usable(path) && succeeded(createFolder(hostPath(path)), path);
 }
 
 bool CDiskObject::removeDirectory(std::string_view path) {
@@ -171,11 +165,10 @@ bool CDiskObject::removeDirectory(std::string_view path) {
     return false;
   }
   const fs::path host = hostPath(path);
-  std::error_code error;
-  if (!fs::is_directory(fs::symlink_status(host, error))) {
-    return fail(error ? error : std::make_error_code(std::errc::not_a_directory), path);
+  if (namedEntryKind(host) == EntryKind::File) {
+    return fail(std::make_error_code(std::errc::not_a_directory), path);
   }
-  return failUnless(fs::remove(host, error), error, path);
+  return succeeded(removeEntry(host), path);
 }
 
 bool CDiskObject::removeFile(std::string_view path) {
@@ -183,13 +176,10 @@ bool CDiskObject::removeFile(std::string_view path) {
     return false;
   }
   const fs::path host = hostPath(path);
-  std::error_code error;
-  if (fs::is_directory(fs::symlink_status(host, error))) {
+  if (namedEntryKind(host) == EntryKind::Folder) {
     return fail(std::make_error_code(std::errc::is_a_directory), path);
   }
-  const bool removed = fs::remove(host, error);
-  const auto missing = std::make_error_code(std::errc::no_such_file_or_directory);
-  return failUnless(removed, error ? error : missing, path);
+  return succeeded(removeEntry(host), path);
 }
 
 bool CDiskObject::createFile(std::string_view path) {
@@ -208,14 +198,9 @@ std::optional<FileInformation> CDiskObject::fileInformation(std::string_view pat
     return std::nullopt;
   }
   const fs::path host = hostPath(path);
-  std::error_code error;
   FileInformation information;
-  information.isFolder = fs::is_directory(host, error);
-  if (!error && !information.isFolder) {
-    information.size = fs::file_size(host, error);
-  }
-  if (error) {
-    fail(error, path);
+  information.isFolder = isFolder(host);
+  if (!information.isFolder && !succeeded(fileSize(host, information.size), path)) {
     return std::nullopt;
   }
   return information;
@@ -228,13 +213,11 @@ bool CDiskObject::fail(std::string text) {
 }
 
 bool CDiskObject::fail(std::error_code error, std::string_view path) {
-  const bool system = error.category() == std::system_category();
-  const std::string text = system ? platform::systemMessage(error.value()) : error.message();
-  return fail(text + " " + std::string(path));
+  return fail(reasonOf(error) + " " + std::string(path));
 }
 
-bool CDiskObject::failUnless(bool done, std::error_code error, std::string_view path) {
-  return done || fail(error, path);
+bool CDiskObject::succeeded(std::error_code error, std::string_view path) {
+  return !error || fail(error, path);
 }
 
 /// The system would cut a path with a zero byte short and act on another file.

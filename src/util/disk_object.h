@@ -72,7 +72,7 @@ class CDiskObject {
  private:
   bool fail(std::string text);
   bool fail(std::error_code error, std::string_view path);
-  bool failUnless(bool done, std::error_code error, std::string_view path);
+  bool succeeded(std::error_code error, std::string_view path);
   [[nodiscard]] bool usable(std::string_view path);
   void show(std::string_view text) const;
 

@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
-#include <optional>
 
 #include "util/ascii.h"
+#include "util/utf8.h"
 
 namespace pv {
 namespace {
@@ -21,44 +20,6 @@ constexpr std::array<std::string_view, 7> kDevices{"con",    "prn",     "aux",  
 constexpr std::array<std::string_view, 2> kPorts{"com", "lpt"};
 // Superscript 1, 2 and 3 count as digits to the system.
 constexpr std::array<std::string_view, 3> kHighDigits{"\xC2\xB9", "\xC2\xB2", "\xC2\xB3"};
-
-/// How a character of that many bytes begins and the least code that needs them.
-struct Utf8Form {
-  std::uint8_t mask;
-  std::uint8_t lead;
-  char32_t least;
-};
-constexpr std::array<Utf8Form, 4> kUtf8Forms{
-    {{0x80, 0x00, 0}, {0xE0, 0xC0, 0x80}, {0xF0, 0xE0, 0x800}, {0xF8, 0xF0, 0x10000}}};
-
-/// Takes one character off the front; none when the bytes are not UTF-8.
-std::optional<char32_t> takeCharacter(std::string_view& text) {
-  const auto lead = static_cast<std::uint8_t>(text.front());
-  for (std::size_t more = 0; more < kUtf8Forms.size(); ++more) {
-    const auto& form = kUtf8Forms[more];
-    if ((lead & form.mask) != form.lead) {
-      continue;
-    }
-    if (text.size() <= more) {
-      return std::nullopt;
-    }
-    char32_t code = lead & static_cast<std::uint8_t>(~form.mask);
-    for (std::size_t i = 1; i <= more; ++i) {
-      const auto byte = static_cast<std::uint8_t>(text[i]);
-      if ((byte & 0xC0U) != 0x80U) {
-        return std::nullopt;
-      }
-      code = (code << 6U) | (byte & 0x3FU);
-    }
-    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < form.least || code > 0x10FFFF || surrogate) {
-      return std::nullopt;
-    }
-    text.remove_prefix(more + 1);
-    return code;
-  }
-  return std::nullopt;
-}
 
 bool isPortNumber(std::string_view text) {
   return (text.size() == 1 && text[0] >= '0' && text[0] <= '9') ||
@@ -92,7 +53,7 @@ bool isValidFileName(std::string_view name) {
     return false;
   }
   while (!name.empty()) {
-    const auto character = takeCharacter(name);
+    const auto character = takeUtf8Character(name);
     if (!character || !isFileNameCharacter(*character)) {
       return false;
     }

@@ -3,7 +3,6 @@
 #include <charconv>
 #include <chrono>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "util/files_platform.h"
@@ -14,7 +13,6 @@ namespace {
 
 constexpr std::string_view kTemporaryPrefix = ".pv-";
 constexpr std::string_view kTemporarySuffix = ".tmp";
-constexpr int kMaxLinks = 40;
 constexpr int kMaxTemporaryNames = 16;
 
 Error fault(const std::filesystem::path& file, ErrorKind kind, std::string reason) {
@@ -29,22 +27,6 @@ Error fault(const std::filesystem::path& file, platform::Failure failure) {
 bool holdsZero(const std::filesystem::path& file) {
   return file.native().find(std::filesystem::path::value_type{}) !=
          std::filesystem::path::string_type::npos;
-}
-
-/// Where the last link of a chain points to, whether that exists or not.
-std::filesystem::path followLinks(std::filesystem::path file) {
-  std::error_code error;
-  for (int i = 0; i < kMaxLinks && !platform::isDescriptorName(file); ++i) {
-    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(file, error))) {
-      break;
-    }
-    const auto next = std::filesystem::read_symlink(file, error);
-    if (error) {
-      break;
-    }
-    file = file.parent_path() / next;  // an absolute `next` replaces all
-  }
-  return file;
 }
 
 /// Short, so that it fits wherever the target's own name does. The clock moves
@@ -110,7 +92,7 @@ Status writeFile(const std::filesystem::path& file, std::span<const std::byte> b
   if (kind == platform::TargetKind::Protected) {
     return fault(file, ErrorKind::CannotCreate, "the file is read-only");
   }
-  const auto target = followLinks(file);
+  const auto target = platform::followLinks(file);
   const bool straight = kind == platform::TargetKind::Special || platform::isDescriptorName(target);
   auto failure = straight ? platform::writeStraight(file, bytes) : replaceWhole(target, bytes);
   if (failure) {

@@ -43,6 +43,10 @@ enum class TargetKind : std::uint8_t {
 /// What stands under the name, links followed.
 [[nodiscard]] Outcome inspectTarget(const std::filesystem::path& file, TargetKind& kind);
 
+/// Where the last link of a chain points to, whether that exists or not; the file
+/// itself where it is none.
+[[nodiscard]] std::filesystem::path followLinks(const std::filesystem::path& file);
+
 /// True for names such as /dev/fd/1 that stand for an open descriptor and must
 /// not be followed to the file behind it.
 [[nodiscard]] bool isDescriptorName(const std::filesystem::path& file);

@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t kReadStep = 4096;  // beyond the size that was reported
 constexpr std::size_t kLargestWrite = std::size_t{1} << 30;
+constexpr int kMaxLinks = 40;
 constexpr mode_t kPermissionBits = 0777;
 constexpr mode_t kNewFile = 0666;  // less the user's mask
 
@@ -197,6 +198,22 @@ bool isDescriptorName(const std::filesystem::path& file) {
   const auto folder = file.parent_path();
   const auto& text = folder.native();
   return folder.filename() == "fd" && (text.starts_with("/proc/") || text.starts_with("/dev/"));
+}
+
+std::filesystem::path followLinks(const std::filesystem::path& file) {
+  std::filesystem::path target = file;
+  std::error_code error;
+  for (int i = 0; i < kMaxLinks && !isDescriptorName(target); ++i) {
+    if (!std::filesystem::is_symlink(std::filesystem::symlink_status(target, error))) {
+      break;
+    }
+    const auto next = std::filesystem::read_symlink(target, error);
+    if (error) {
+      break;
+    }
+    target = target.parent_path() / next;  // an absolute `next` replaces all
+  }
+  return target;
 }
 
 Outcome createFilled(const std::filesystem::path& temporary, const std::filesystem::path& target,

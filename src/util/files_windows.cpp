@@ -1,11 +1,11 @@
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <algorithm>
 #include <iterator>
 #include <string_view>
-#include <windows.h>
 
 #include "util/files_platform.h"
+#include "util/folders.h"
+#include "util/utf8_path.h"
+#include "util/windows_calls.h"
 
 namespace pv::platform {
 namespace {
@@ -13,39 +13,22 @@ namespace {
 constexpr std::size_t kReadStep = std::size_t{1} << 16;
 constexpr std::size_t kLargestWrite = std::size_t{1} << 30;
 
-/// Closes on every way out.
-class Handle {
- public:
-  explicit Handle(HANDLE handle) : handle_(handle) {}
-  ~Handle() { static_cast<void>(close()); }
-  Handle(const Handle&) = delete;
-  Handle& operator=(const Handle&) = delete;
-  Handle(Handle&&) = delete;
-  Handle& operator=(Handle&&) = delete;
-
-  [[nodiscard]] bool open() const { return handle_ != INVALID_HANDLE_VALUE; }
-  [[nodiscard]] HANDLE get() const { return handle_; }
-
-  [[nodiscard]] bool close() {
-    const HANDLE handle = handle_;
-    handle_ = INVALID_HANDLE_VALUE;
-    return handle == INVALID_HANDLE_VALUE || ::CloseHandle(handle) != 0;
-  }
-
- private:
-  HANDLE handle_;
-};
-
 Failure failed(ErrorKind kind, const char* what, DWORD code) {
   return {kind, std::string(what) + ": " + systemMessage(static_cast<int>(code))};
 }
 
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-
-HANDLE openFile(const std::filesystem::path& file, DWORD access, DWORD share, DWORD disposition,
+/// Waits for programs that have the file for themselves.
+HANDLE openFile(const std::wstring& name, DWORD access, DWORD share, DWORD disposition,
                 DWORD flags) {
-  return ::CreateFileW(file.c_str(), access, share, nullptr, disposition, flags, nullptr);
+  HANDLE opened = INVALID_HANDLE_VALUE;
+  static_cast<void>(patiently([&] {
+    opened = ::CreateFileW(name.c_str(), access, share, nullptr, disposition, flags, nullptr);
+    return opened != INVALID_HANDLE_VALUE;
+  }));
+  return opened;
 }
+
+constexpr const char* kDeviceName = "this is the name of a device";
 
 bool isFolder(DWORD attributes) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -80,13 +63,14 @@ Outcome fill(Handle& file, std::span<const std::byte> bytes) {
   return std::nullopt;
 }
 
-std::string utf8(std::wstring_view text) {
-  const int length = static_cast<int>(text.size());
-  const int size =
-      ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string result(static_cast<std::size_t>(std::max(size, 0)), '\0');
-  ::WideCharToMultiByte(CP_UTF8, 0, text.data(), length, result.data(), size, nullptr, nullptr);
-  return result;
+/// What a new file takes over from the one that it replaces. The rights come from the
+/// folder.
+DWORD keptAttributes(const std::filesystem::path& target) {
+  constexpr DWORD kKept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE |
+                          FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_ENCRYPTED;
+  const DWORD old = ::GetFileAttributesW(systemPath(target).c_str());
+  const DWORD kept = old == INVALID_FILE_ATTRIBUTES ? 0 : old & kKept;
+  return kept == 0 ? FILE_ATTRIBUTE_NORMAL : kept;
 }
 
 }  // namespace
@@ -102,7 +86,7 @@ std::string systemMessage(int code) {
   if (last == std::wstring_view::npos) {
     return "system error " + std::to_string(code);
   }
-  return utf8(all.substr(0, last + 1));
+  return utf8FromPath(std::wstring(all.substr(0, last + 1)));
 }
 
 std::uint64_t processId() {
@@ -111,10 +95,14 @@ std::uint64_t processId() {
 
 Outcome readRegularFile(const std::filesystem::path& file, std::size_t limit,
                         std::vector<std::byte>& bytes) {
-  if (isFolder(::GetFileAttributesW(file.c_str()))) {
+  const std::wstring name = systemPath(file);
+  if (name.empty()) {
+    return Failure{ErrorKind::NoInput, kDeviceName};
+  }
+  if (isFolder(::GetFileAttributesW(name.c_str()))) {
     return Failure{ErrorKind::NoInput, "this is a folder"};
   }
-  const Handle opened(openFile(file, GENERIC_READ, kShareAll, OPEN_EXISTING,
+  const Handle opened(openFile(name, GENERIC_READ, kShareAll, OPEN_EXISTING,
                                FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN));
   if (!opened.open()) {
     return failed(ErrorKind::NoInput, "cannot be opened", ::GetLastError());
@@ -141,10 +129,11 @@ Outcome readRegularFile(const std::filesystem::path& file, std::size_t limit,
 }
 
 Outcome inspectTarget(const std::filesystem::path& file, TargetKind& kind) {
-  // Asking for attributes only neither disturbs other users nor needs rights to
-  // the contents; the flag admits folders. The handle follows links.
-  const Handle opened(
-      openFile(file, FILE_READ_ATTRIBUTES, kShareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
+  const std::wstring name = systemPath(file);
+  if (name.empty()) {
+    return Failure{ErrorKind::CannotCreate, kDeviceName};
+  }
+  const Handle opened(openForAttributes(name));  // follows links
   if (!opened.open()) {
     const DWORD code = ::GetLastError();
     kind = TargetKind::Missing;
@@ -167,13 +156,23 @@ Outcome inspectTarget(const std::filesystem::path& file, TargetKind& kind) {
   return std::nullopt;
 }
 
+std::filesystem::path followLinks(const std::filesystem::path& file) {
+  const DWORD attributes = ::GetFileAttributesW(systemPath(file).c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+    return file;
+  }
+  const auto target = finalPath(file);
+  return target.empty() ? file : target;
+}
+
 bool isDescriptorName(const std::filesystem::path& /*file*/) {
   return false;  // this system has no such names
 }
 
-Outcome createFilled(const std::filesystem::path& temporary,
-                     const std::filesystem::path& /*target*/, std::span<const std::byte> bytes) {
-  Handle file(openFile(temporary, GENERIC_WRITE, 0, CREATE_NEW, FILE_ATTRIBUTE_NORMAL));
+Outcome createFilled(const std::filesystem::path& temporary, const std::filesystem::path& target,
+                     std::span<const std::byte> bytes) {
+  const std::wstring name = systemPath(temporary);
+  Handle file(openFile(name, GENERIC_WRITE, 0, CREATE_NEW, keptAttributes(target)));
   if (!file.open()) {
     const DWORD code = ::GetLastError();
     auto failure = failed(ErrorKind::CannotCreate, "cannot be created", code);
@@ -183,16 +182,22 @@ Outcome createFilled(const std::filesystem::path& temporary,
   auto failure = fill(file, bytes);
   if (failure) {
     static_cast<void>(file.close());  // an open file could not be deleted
-    ::DeleteFileW(temporary.c_str());
+    static_cast<void>(patiently([&] { return ::DeleteFileW(name.c_str()) != 0; }));
   }
   return failure;
 }
 
+// Not the call that is made for replacing: that one moves the old file away first and can
+// stop half way.
 Outcome moveOver(const std::filesystem::path& temporary, const std::filesystem::path& target) {
-  if (::MoveFileExW(temporary.c_str(), target.c_str(),
-                    MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
+  const std::wstring from = systemPath(temporary);
+  const std::wstring to = systemPath(target);
+  if (!patiently([&] {
+        return ::MoveFileExW(from.c_str(), to.c_str(),
+                             MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+      })) {
     const DWORD code = ::GetLastError();
-    ::DeleteFileW(temporary.c_str());
+    static_cast<void>(patiently([&] { return ::DeleteFileW(from.c_str()) != 0; }));
     return failed(ErrorKind::CannotCreate, "cannot be replaced", code);
   }
   return std::nullopt;
@@ -200,7 +205,7 @@ Outcome moveOver(const std::filesystem::path& temporary, const std::filesystem::
 
 Outcome writeStraight(const std::filesystem::path& file, std::span<const std::byte> bytes) {
   const Handle opened(
-      openFile(file, GENERIC_WRITE, kShareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL));
+      openFile(systemPath(file), GENERIC_WRITE, kShareAll, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL));
   if (!opened.open()) {
     return failed(ErrorKind::CannotCreate, "cannot be opened for writing", ::GetLastError());
   }

@@ -1,9 +1,6 @@
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
-#include <windows.h>
-
 #include "util/instance_lock.h"
 #include "util/utf8_path.h"
+#include "util/windows_calls.h"
 
 namespace pv {
 

@@ -1,3 +1,4 @@
+#include <csignal>
 #include <unistd.h>
 
 #include "util/terminal.h"
@@ -7,5 +8,12 @@ namespace pv {
 bool errorGoesToTerminal() {
   return ::isatty(STDERR_FILENO) == 1;
 }
+
+// A file above the user's size limit is then a failed write.
+CommandLineSession::CommandLineSession() {
+  std::signal(SIGXFSZ, SIG_IGN);
+}
+
+CommandLineSession::~CommandLineSession() = default;
 
 }  // namespace pv

@@ -1,10 +1,9 @@
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
 #include <utility>
-#include <windows.h>
 
 #include "util/files_platform.h"
 #include "util/user_registry.h"
+#include "util/utf8_path.h"
+#include "util/windows_calls.h"
 
 namespace pv {
 namespace {
@@ -21,7 +20,8 @@ std::wstring wide(std::string_view text) {
 }
 
 bool isSound(std::string_view text) {
-  return text.size() < kMaxValueSize && text.find('\0') == std::string_view::npos;
+  constexpr std::string_view kBreaks("\r\n\0", 3);
+  return text.size() < kMaxValueSize && text.find_first_of(kBreaks) == std::string_view::npos;
 }
 
 }  // namespace
@@ -33,20 +33,25 @@ std::optional<RegistryValue> UserRegistry::query(std::string_view key,
   if (!isSound(key) || !isSound(name)) {
     return std::nullopt;
   }
-  constexpr DWORD kAsStored = RRF_RT_ANY | RRF_NOEXPAND;
-  const std::wstring wideKey = wide(key);
-  const std::wstring wideName = wide(name);
-  DWORD type = REG_NONE;
-  DWORD size = 0;
-  LSTATUS status = ::RegGetValueW(HKEY_CURRENT_USER, wideKey.c_str(), wideName.c_str(), kAsStored,
-                                  &type, nullptr, &size);
-  if (status != ERROR_SUCCESS || size > kMaxValueSize) {
+  HKEY opened = nullptr;
+  if (::RegOpenKeyExW(HKEY_CURRENT_USER, wide(key).c_str(), 0, KEY_QUERY_VALUE, &opened) !=
+      ERROR_SUCCESS) {
     return std::nullopt;
   }
-  std::vector<std::byte> bytes(size);
-  status = ::RegGetValueW(HKEY_CURRENT_USER, wideKey.c_str(), wideName.c_str(), kAsStored, &type,
-                          bytes.data(), &size);
-  if (status != ERROR_SUCCESS) {
+  const std::wstring wideName = wide(name);
+  const auto read = [&](DWORD& type, BYTE* to, DWORD& size) {
+    return ::RegQueryValueExW(opened, wideName.c_str(), nullptr, &type, to, &size) == ERROR_SUCCESS;
+  };
+  DWORD type = REG_NONE;
+  DWORD size = 0;
+  std::vector<std::byte> bytes;
+  bool found = read(type, nullptr, size) && size <= kMaxValueSize;
+  if (found) {
+    bytes.resize(size);
+    found = read(type, reinterpret_cast<BYTE*>(bytes.data()), size);
+  }
+  ::RegCloseKey(opened);
+  if (!found) {
     return std::nullopt;
   }
   bytes.resize(size);
@@ -55,7 +60,7 @@ std::optional<RegistryValue> UserRegistry::query(std::string_view key,
 
 Status UserRegistry::setString(std::string_view key, std::string_view name, std::string_view text) {
   if (!isSound(key) || !isSound(name) || !isSound(text)) {
-    return Error{ErrorKind::BadData, {}, {}, "settings are texts without zeros"};
+    return Error{ErrorKind::BadData, {}, {}, "settings are single lines"};
   }
   const std::wstring wideText = wide(text);
   const auto size = static_cast<DWORD>((wideText.size() + 1) * sizeof(wchar_t));

@@ -7,53 +7,64 @@
 namespace pv {
 namespace {
 
-constexpr std::uint32_t kHighHalf = 0xD800;
-constexpr std::uint32_t kLowHalf = 0xDC00;
-constexpr std::uint32_t kHalfMask = 0xFC00;
-constexpr std::uint32_t kFirstOfPairs = 0x10000;
-constexpr std::uint32_t kReplacement = 0xFFFD;
+constexpr char32_t kHighHalf = 0xD800;
+constexpr char32_t kLowHalf = 0xDC00;
+constexpr char32_t kHalfMask = 0xFC00;
+constexpr char32_t kFirstOfPairs = 0x10000;
+constexpr char32_t kReplacement = 0xFFFD;
 
-void appendUtf8(std::string& text, std::uint32_t c) {
-  const auto tail = [&](int shift) { text += static_cast<char>(0x80U | ((c >> shift) & 0x3FU)); };
-  if (c < 0x80) {
-    text += static_cast<char>(c);
-  } else if (c < 0x800) {
-    text += static_cast<char>(0xC0U | (c >> 6));
-    tail(0);
-  } else if (c < kFirstOfPairs) {
-    text += static_cast<char>(0xE0U | (c >> 12));
-    tail(6);
-    tail(0);
-  } else {
-    text += static_cast<char>(0xF0U | (c >> 18));
-    tail(12);
-    tail(6);
-    tail(0);
-  }
+bool isHighHalf(char32_t c) {
+  return (c & kHalfMask) == kHighHalf;
 }
-
-std::uint32_t unitAt(std::span<const std::byte> bytes, std::size_t at) {
-  std::uint16_t unit = 0;
-  FieldReader(bytes.subspan(at)).field(unit);
-  return unit;
+bool isLowHalf(char32_t c) {
+  return (c & kHalfMask) == kLowHalf;
 }
 
 }  // namespace
 
-std::string utf8FromUtf16(std::span<const std::byte> bytes) {
-  std::string text;
-  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
-    std::uint32_t c = unitAt(bytes, at);
-    const std::uint32_t next = at + 3 < bytes.size() ? unitAt(bytes, at + 2) : 0;
-    if ((c & kHalfMask) == kHighHalf && (next & kHalfMask) == kLowHalf) {
-      c = kFirstOfPairs + ((c - kHighHalf) << 10) + (next - kLowHalf);
-      at += 2;
-    } else if ((c & kHalfMask) == kHighHalf || (c & kHalfMask) == kLowHalf) {
+std::string utf8FromUtf16(std::u16string_view text, LoneHalves halves) {
+  std::string result;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    char32_t c = text[at];
+    const char32_t next = at + 1 < text.size() ? text[at + 1] : 0;
+    if (isHighHalf(c) && isLowHalf(next)) {
+      c = kFirstOfPairs + ((c - kHighHalf) << 10U) + (next - kLowHalf);
+      ++at;
+    } else if (halves == LoneHalves::Refused && (isHighHalf(c) || isLowHalf(c))) {
       c = kReplacement;
     }
-    appendUtf8(text, c);
+    appendUtf8Character(result, c);
   }
-  return text;
+  return result;
+}
+
+std::string utf8FromUtf16(std::span<const std::byte> bytes) {
+  std::u16string text(bytes.size() / sizeof(char16_t), u'\0');
+  FieldReader reader(bytes);
+  for (char16_t& unit : text) {
+    std::uint16_t word = 0;
+    reader.field(word);
+    unit = word;
+  }
+  return utf8FromUtf16(text);
+}
+
+std::u16string utf16FromUtf8(std::string_view text, LoneHalves halves) {
+  std::u16string result;
+  while (!text.empty()) {
+    const auto character = takeUtf8Character(text, halves);
+    if (!character) {
+      text.remove_prefix(1);
+    }
+    const char32_t c = character.value_or(kReplacement);
+    if (c >= kFirstOfPairs) {
+      result += static_cast<char16_t>(kHighHalf + ((c - kFirstOfPairs) >> 10U));
+      result += static_cast<char16_t>(kLowHalf + ((c - kFirstOfPairs) & 0x3FFU));
+    } else {
+      result += static_cast<char16_t>(c);
+    }
+  }
+  return result;
 }
 
 }  // namespace pv

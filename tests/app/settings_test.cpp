@@ -1,32 +1,36 @@
 #include "app/settings.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <string>
 
 #include "util/colour_scheme.h"
-#include "util/temporary_folder.h"
+#include "util/registry_store.h"
 
 namespace pv {
 namespace {
 
+constexpr std::uint32_t kText = 1;
+constexpr std::uint32_t kNumber = 4;
+
 class SettingsTest : public ::testing::Test {
  protected:
-  void store(const std::string& lines) const {
-    std::ofstream(folder_.path() / "software.amberly.kaleido.ui.reg")
-        << "[HKEY_CURRENT_USER\\Software\\Amberly\\kaleido\\UI]\n"
-        << lines << "\n";
+  void put(std::string_view name, std::uint32_t type, std::initializer_list<std::uint8_t> bytes) {
+    store_.put("Software\\Amberly\\kaleido\\UI", name, type, bytes);
   }
 
-  TemporaryFolder folder_;
-  UserRegistry registry_{folder_.path()};
+ private:
+  RegistryStore store_;
+
+ protected:
+  UserRegistry& registry_ = store_.registry();
 };
 
 TEST_F(SettingsTest, CoreNamesComeBackAndOverwriteOtherTypes) {
   EXPECT_EQ(readCoreNames(registry_), (CoreNames{"shpe", "path", "part"}));
-  store(
-      "\"CoreShapeFilename\"=dword:00000001\n\"corepathfilename\"=\"mine\"\n\"TextColour\"=dword:"
-      "1");
+  put("CoreShapeFilename", kNumber, {1, 0, 0, 0});
+  put("corepathfilename", kText, {'m', 0, 'i', 0, 'n', 0, 'e', 0, 0, 0});
+  put("TextColour", kNumber, {1, 0, 0, 0});
   const auto names = readCoreNames(registry_);
   EXPECT_EQ(names, (CoreNames{"shpe", "mine", "part"}));
   writeCoreNames(registry_, names);
@@ -48,30 +52,42 @@ TEST_F(SettingsTest, ATextHasToFitItsBuffer) {
 }
 
 TEST_F(SettingsTest, WithoutAStoreThereAreDefaultsAndNoComplaint) {
+  EXPECT_EQ(readColourScheme(registry_), ColourScheme());
+#ifndef _WIN32
   UserRegistry nowhere{std::filesystem::path()};
   writeCoreNames(nowhere, {"a", "b", "c"});
   EXPECT_EQ(readCoreNames(nowhere), CoreNames());
   EXPECT_EQ(readColourScheme(nowhere), ColourScheme());
+#endif
 }
 
 TEST_F(SettingsTest, OnlyFourByteNumbersAreColours) {
-  const auto selected = [this](const char* value) {
-    store(std::string("\"SelectedColour\"=") + value);
-    return readColourScheme(registry_).selected;
+  struct Row {
+    std::uint32_t type;
+    std::initializer_list<std::uint8_t> bytes;
+    std::uint32_t colour = 0xF07800;  // the default
   };
-  EXPECT_EQ(selected("dword:00112233"), 0x332211U);
-  EXPECT_EQ(selected("dword:ff000001"), 0x010000U);
-  EXPECT_EQ(selected("hex(4):33,22,11,00"), 0x332211U);
-  for (const char* other : {"\"00112233\"", "hex(b):33,22,11,00,00,00,00,00", "hex:33,22,11,00",
-                            "hex(4):33,22,11", "hex(5):33,22,11,00"}) {
-    EXPECT_EQ(selected(other), 0xF07800U) << other;
+  for (const Row& row : {Row{kNumber, {0x33, 0x22, 0x11, 0}, 0x332211},
+                         Row{kNumber, {1, 0, 0, 0xFF}, 0x010000},
+                         Row{kNumber, {0x33, 0x22, 0x11}},
+                         Row{kText, {'0', 0, 0, 0}},
+                         Row{2, {'0', 0, 0, 0}},
+                         Row{3, {0x33, 0x22, 0x11, 0}},
+                         Row{5, {0x33, 0x22, 0x11, 0}},
+                         Row{7, {'0', 0, 0, 0, 0, 0}},
+                         Row{11, {0x33, 0x22, 0x11, 0, 0, 0, 0, 0}}}) {
+    put("SelectedColour", row.type, row.bytes);
+    EXPECT_EQ(readColourScheme(registry_).selected, row.colour)
+        << "type " << row.type << ", bytes " << row.bytes.size();
   }
 }
 
 TEST_F(SettingsTest, EachNameSetsItsOwnColour) {
-  store(
-      "\"BGColour\"=dword:1\n\"TextColour\"=dword:2\n\"ButtonColour\"=dword:3\n"
-      "\"SelectedColour\"=dword:4\n\"TitleColour\"=dword:5\n\"DlgColour\"=dword:6");
+  std::uint8_t number = 0;
+  for (const char* name : {"BGColour", "TextColour", "ButtonColour", "SelectedColour",
+                           "TitleColour", "DlgColour"}) {
+    put(name, kNumber, {++number, 0, 0, 0});
+  }
   EXPECT_EQ(readColourScheme(registry_),
             (ColourScheme{0x10000, 0x20000, 0x30000, 0x40000, 0x50000, 0x60000, 0x10000}));
   EXPECT_EQ(readColour(registry_, "DLGCOLOUR", 7), 6U);

@@ -39,7 +39,7 @@ const std::map<std::string, std::set<std::string>> kSingleHeaders{
 bool mayInclude(const fs::path& from, const std::string& header) {
   const std::string folder = from.begin()->string();
   const std::string other = header.substr(0, header.find('/'));
-  const bool inUi = from.string().find("/ui/") != std::string::npos || folder == "ui";
+  const bool inUi = from.generic_string().find("/ui/") != std::string::npos || folder == "ui";
   if (header.find("/ui/") != std::string::npos || other == "ui") {
     return inUi && (other == folder || other == "ui" || folder == "app");
   }
@@ -71,7 +71,7 @@ TEST(House, FoldersIncludeOnlyWhatTheyMay) {
         EXPECT_TRUE(mayInclude(relative, header)) << relative << " includes " << header;
       }
       if (match[1] == "<" && header.starts_with('Q')) {
-        EXPECT_NE(("/" + relative.string()).find("/ui/"), std::string::npos)
+        EXPECT_NE(("/" + relative.generic_string()).find("/ui/"), std::string::npos)
             << relative << " includes " << header;
       }
     }

@@ -534,14 +534,14 @@ void MainDialogTest::badFilesKeepTheShape() {
   QVERIFY(write("empty.j3d", {}) && write("short.j3d", "\x46\x13") &&
           write("other.j3d", QByteArray(7000, 'x')));
   for (const char* name : {"empty.j3d", "short.j3d", "other.j3d", "missing.j3d", "."}) {
-    dialog_->openFile(file(name));
+    dialog_->openFile(pathOf(file(name)));
     QVERIFY(view().shape() == made);
     QVERIFY(part<PanelFrame>(8029).name().startsWith("Not loaded: "));
   }
   click(8031);
   QCOMPARE(part<PanelFrame>(8029).name(), "");
   press<CRightLoadTab>(2);
-  dialog_->openFile(file("missing.j3d"));
+  dialog_->openFile(pathOf(file("missing.j3d")));
   control<CSpinCombo>(8034).moveTo(3);
   QCOMPARE(part<PanelFrame>(8029).name(), "");
 }

@@ -54,12 +54,15 @@ class MainDialog : public QWidget {
 
   /// A file that is no shape changes nothing; a quiet line says that it was not
   /// loaded until something else happens.
-  void openFile(const QString& file);
+  void openFile(const std::filesystem::path& file);
 
   [[nodiscard]] LeftPage page() const { return modes_.pages().left; }
   [[nodiscard]] Mode mode() const { return modes_.mode(); }
   /// One of the strip's pages; nothing happens while a mode is open.
   void showPage(LeftPage page);
+  /// Keeps the window's place and the core names; also done when the dialog is
+  /// destroyed, for which the end of the user's session leaves no time.
+  void writeSettings();
   [[nodiscard]] const ParticleSettings& particles() const { return particles_; }
 
  signals:
@@ -106,7 +109,6 @@ class MainDialog : public QWidget {
   void collectEmitterPage();
   void applyShape(const ShapeRecord& shape);
   void takePath(const PathRecord& path);
-  void loadShapeFile(const std::filesystem::path& file);
   enum class PathTarget : std::uint8_t { Shape, Editor };
   void loadPathFile(const std::filesystem::path& file, PathTarget target);
   void saveShapeFile();

@@ -53,11 +53,7 @@ std::string& MainDialog::coreName() {
 
 // --- loading ---------------------------------------------------------------------
 
-void MainDialog::openFile(const QString& file) {
-  loadShapeFile(QFileInfo(file).filesystemAbsoluteFilePath());
-}
-
-void MainDialog::loadShapeFile(const std::filesystem::path& file) {
+void MainDialog::openFile(const std::filesystem::path& file) {
   const auto shape = LoadShapeFile(file);
   if (!shape) {
     showName(tr("Not loaded: %1").arg(QFileInfo(file).fileName()));

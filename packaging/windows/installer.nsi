@@ -28,6 +28,7 @@ Target amd64-unicode
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
 !define CLASSES "Software\Classes"
 !define LONGEST_PATH 259
+!define /math LONGEST_FOLDER ${LONGEST_PATH} - ${PV_LONGEST}
 
 Name "${NAME}"
 OutFile "${PV_OUTPUT}"
@@ -54,8 +55,8 @@ VIAddVersionKey LegalCopyright "The Particle Vortex authors, MIT licence"
 !define MUI_UNICON "${PV_ICON}"
 !define MUI_WELCOMEFINISHPAGE_BITMAP "${PV_PICTURE}"
 !define MUI_DIRECTORYPAGE_TEXT_TOP "${NAME} is installed for you alone. The \
-  libraries with your shapes and paths lie below its folder, in vortex. A path of more than \
-  200 characters may be too long."
+  libraries with your shapes and paths lie below its folder, in vortex. The folder's \
+  path may have ${LONGEST_FOLDER} characters."
 !define MUI_FINISHPAGE_RUN "$INSTDIR\${PROGRAM}"
 !define MUI_UNCONFIRMPAGE_TEXT_TOP "${NAME} will be removed. Your shapes, paths and \
   tags stay where they are, in the folder vortex, and so do your settings."
@@ -188,8 +189,7 @@ FunctionEnd
 
 !macro CheckLength action
   StrLen $0 $INSTDIR
-  IntOp $0 $0 + ${PV_LONGEST}
-  ${If} $0 > ${LONGEST_PATH}
+  ${If} $0 > ${LONGEST_FOLDER}
     ${action}
   ${EndIf}
 !macroend

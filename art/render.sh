@@ -49,25 +49,32 @@ for drawing in icons/*.svg; do
   png "$drawing" 72 "$program/$name@3x.png"
 done
 
-middle=$(mktemp)
-trap 'rm -f "$middle"' EXIT
+middle=$(mktemp -d)
+trap 'rm -rf "$middle"' EXIT
 while read -r name x y; do
   case $name in '' | '#'*) continue ;; esac
   drawing=cursors/$name.svg
   stem=$program/$name-cursor
   png "$drawing" 32 "$stem.png"
-  png "$drawing" 48 "$middle"
+  png "$drawing" 48 "$middle/48.png"
   png "$drawing" 64 "$stem@2x.png"
   png "$drawing" 96 "$stem@3x.png"
-  container 2 "$stem.png" 32 "$x" "$y" "$middle" 48 $((x * 3 / 2)) $((y * 3 / 2)) \
+  container 2 "$stem.png" 32 "$x" "$y" "$middle/48.png" 48 $((x * 3 / 2)) $((y * 3 / 2)) \
     "$stem@2x.png" 64 $((x * 2)) $((y * 2)) >"$program/$name.cur"
 done <cursors/hotspots.txt
 
-entries=()
-for side in 16 24 32 48 64 128 256 512; do
-  drawing=app/particle-vortex.svg
-  [ "$side" -gt 32 ] || drawing=app/particle-vortex-small.svg
-  png "$drawing" "$side" "$app/particle-vortex-$side.png"
-  [ "$side" -gt 256 ] || entries+=("$app/particle-vortex-$side.png" "$side" 1 32)
-done
-container 1 "${entries[@]}" >"$app/particle-vortex.ico"
+# icon NAME FOLDER: the pictures NAME-SIDE.png in the folder, and NAME.ico of those up
+# to 256 pixels. The small drawing serves up to 32.
+icon() {
+  local name=$1 folder=$2 side drawing entries=()
+  for side in 16 24 32 48 64 128 256 512; do
+    drawing=app/$name.svg
+    [ "$side" -gt 32 ] || drawing=app/$name-small.svg
+    png "$drawing" "$side" "$folder/$name-$side.png"
+    [ "$side" -gt 256 ] || entries+=("$folder/$name-$side.png" "$side" 1 32)
+  done
+  container 1 "${entries[@]}" >"$app/$name.ico"
+}
+icon particle-vortex "$app"
+# Of documents the system wants the one file.
+for document in shape-document path-document; do icon "$document" "$middle"; done

@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
 # Lays out the application folder that the programs expect around them, with the
 # samples as its first library.
-# usage: tools/stage.sh BUILD_FOLDER TARGET_FOLDER
+# usage: tools/stage.sh BUILD_FOLDER TARGET_FOLDER [PVORTEX...]
+# (the command that draws the thumbnails, by default the pvortex of the build folder)
 set -euo pipefail
 build=$1
 target=$2
 root="$(dirname "$0")/.."
-pvortex=$build/bin/pvortex
+pvortex=("${@:3}")
+if [ $# -lt 3 ] && [ -x "$build/bin/pvortex" ]; then pvortex=("$build/bin/pvortex"); fi
 
 mkdir -p "$target"/bin/program "$target"/help "$target"/vortex
-for program in particle-vortex pvortex; do
+for program in {particle-vortex,pvortex}{,.exe}; do
   [ ! -e "$build/bin/$program" ] || install -m 755 "$build/bin/$program" "$target/bin/"
 done
 cp -f "$root"/art/rendered/bin/program/* "$target/bin/program/"
@@ -29,9 +31,9 @@ make_starter() {
     cp "$root/samples/$sample" "$library/$name.$extension"
     for tag in $tags; do printf '%s\r\n' "$tag"; done >"$library/tagdb/$name.tdb"
   done <"$root"/samples/tags.txt
-  if [ -x "$pvortex" ]; then
-    "$pvortex" library reconstruct "$library" >/dev/null
-    "$pvortex" library thumbnails "$library" >/dev/null
+  if [ ${#pvortex[@]} -gt 0 ]; then
+    "${pvortex[@]}" library reconstruct "$library" >/dev/null
+    "${pvortex[@]}" library thumbnails "$library" >/dev/null
   fi
 }
 
@@ -53,9 +55,9 @@ stage_library() {
       fi
     done
   done
-  if [ ${#bare[@]} -gt 0 ] && [ -x "$pvortex" ]; then
+  if [ ${#bare[@]} -gt 0 ] && [ ${#pvortex[@]} -gt 0 ]; then
     # A file that somebody has spoilt is no reason to stop.
-    "$pvortex" library thumbnails "$library" --kind "$1" "${bare[@]}" >/dev/null || true
+    "${pvortex[@]}" library thumbnails "$library" --kind "$1" "${bare[@]}" >/dev/null || true
   fi
 }
 stage_library shapes j3d

@@ -1,102 +1,11 @@
-# To be sourced with the build folder as the first argument: a virtual screen with
-# a window manager, an application folder of its own, and what a hand and an eye
-# do. Everything is cleaned up at the end. (77: tools are missing)
+# To be sourced with the build folder as the first argument: the designer in an
+# application folder of its own, on a screen of its own (screen.sh).
 build=$(realpath "$1")
-source=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")
+. "$(dirname "${BASH_SOURCE[0]}")/screen.sh"
 
-for tool in Xvfb openbox xdotool xprop import; do
-  command -v "$tool" >/dev/null || { echo "skipped: $tool is not installed" >&2; exit 77; }
-done
-
-work=$(mktemp -d)
-children=()
-leave() {
-  local status=$?
-  for pid in "${children[@]}"; do kill "$pid" 2>/dev/null || true; done
-  wait 2>/dev/null || true
-  if [ "$status" -ne 0 ]; then sed 's/^/designer: /' "$work"/log >&2 || true; fi
-  rm -rf "$work"
-}
-trap leave EXIT
-fail() { echo "failed: $*" >&2; exit 1; }
-# Tries a command ten times a second, for ten seconds at most.
-await() {
-  local what=$1 tries
-  shift
-  for ((tries = 0; tries < 100; ++tries)); do
-    "$@" >/dev/null 2>&1 && return
-    sleep 0.1
-  done
-  fail "$what"
-}
-
-export XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work/run HOME=$work
 export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=0}  # the system's libraries leak at their end
-# No bus for assistive tools: without one of the desktop's each start would launch
-# a bus of its own, which stays behind and now and then never answers.
-export DBUS_SESSION_BUS_ADDRESS=disabled:
-unset QT_QPA_PLATFORM QT_SCALE_FACTOR QT_QPA_PLATFORMTHEME WAYLAND_DISPLAY
-mkdir -m 700 "$work"/run
 "$source"/tools/stage.sh "$build" "$work"/stage
+open_screen 1366x768
 
-Xvfb -noreset -displayfd 3 -screen 0 1366x768x24 3>"$work"/display 2>/dev/null &
-children+=($!)
-await "no X server" test -s "$work"/display
-export DISPLAY=:$(cat "$work"/display)
-openbox >/dev/null 2>&1 &
-children+=($!)
-managed() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
-await "no window manager" managed
-
-start() {
-  "$work"/stage/bin/particle-vortex "$@" >>"$work"/log 2>&1 &
-  designer=$!
-  children+=("$designer")
-  await "no window" xdotool search --onlyvisible --name '^Vortexa-'
-  window=$(xdotool search --onlyvisible --name '^Vortexa-')
-  await "the window is not active" active "$window"
-  await "nothing is painted" painted
-}
-active() { [ "$(xdotool getactivewindow)" = "$1" ]; }
-gone() { ! kill -0 "$1"; }
-# The view's pixels, and whether they show anything.
-view() { import -window "$window" -crop 567x507+342+39 +repage rgb:-; }
-painted() { [ "$(view | tr -d '\0' | wc -c)" -gt 1000 ]; }
-picture() { view | sha256sum; }
-differs() { [ "$(picture)" != "$1" ]; }
-# Does something that must change the view's picture.
-changing() {
-  local before
-  before=$(picture)
-  "$@"
-  await "nothing changed: $*" differs "$before"
-}
-click() { xdotool mousemove --window "$window" "$1" "$2" click 1; }
-drag() {
-  xdotool mousemove --window "$window" "$1" "$2" mousedown 1
-  for part in 1 2 3 4; do
-    xdotool mousemove --window "$window" $(($1 + ($3 - $1) * part / 4)) $(($2 + ($4 - $2) * part / 4))
-    sleep 0.05
-  done
-  xdotool mouseup 1
-}
-place() { xdotool getwindowgeometry "$window" | tail -n 2; }
+launch() { exec "$work"/stage/bin/particle-vortex "$@"; }
 settings() { cat "$XDG_CONFIG_HOME"/particle-vortex/*; }
-
-titled() { [ "$(xdotool getwindowname "$window")" = "Vortexa-$1" ]; }
-in_mode() { await "the title is not Vortexa-$1 but $(xdotool getwindowname "$window")" titled "$1"; }
-holds() { grep -qxF "$2" "$1"; }
-# The text of a field, whatever stood in it.
-fill() {
-  click "$1" "$2"
-  xdotool key ctrl+a
-  xdotool type --delay 20 "$3"
-}
-# Buttons of the save page and of the browsers.
-press_save() { click 769 572; }
-press_load() { click 707 569; }
-end_designer() {
-  xdotool key alt+F4
-  await "the program does not end" gone "$designer"
-  wait "$designer" || fail "the program ended with $?"
-}

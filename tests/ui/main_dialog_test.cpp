@@ -37,6 +37,7 @@
 #include "library/ui/tag_cloud_widget.h"
 #include "library/ui/thumb_list_widget.h"
 #include "particle/ui/particle_tab.h"
+#include "path/path_file.h"
 #include "path/ui/edit_path_tab.h"
 #include "path/ui/left_path_tab.h"
 #include "shape/shape_file.h"
@@ -44,6 +45,7 @@
 #include "ui/spin_combo.h"
 #include "util/colour_scheme.h"
 #include "util/program_path.h"
+#include "util/registry_store.h"
 #include "view3d/ui/tab_3d.h"
 
 namespace pv {
@@ -146,6 +148,7 @@ class MainDialogTest : public QObject {
     field.selectAll();
     QTest::keyClicks(&field, text);
   }
+  UserRegistry& registry() { return store_->registry(); }
   ShapeView& view() { return viewWidget().view(); }
   [[nodiscard]] QString file(const QString& name) const {
     return root_->filePath("vortex/shapes/" + name);
@@ -159,7 +162,7 @@ class MainDialogTest : public QObject {
   static void press(QWidget* asked, Qt::Key key) { QTest::keyClick(asked, key); }
 
   std::unique_ptr<QTemporaryDir> root_;
-  std::unique_ptr<UserRegistry> registry_;
+  std::unique_ptr<RegistryStore> store_;
   std::unique_ptr<MainDialog> dialog_;
   std::deque<std::function<void(QWidget*)>> answers_;
   QTimer watch_;
@@ -183,7 +186,7 @@ void MainDialogTest::initTestCase() {
 
 void MainDialogTest::init() {
   root_ = std::make_unique<QTemporaryDir>();
-  registry_ = std::make_unique<UserRegistry>(pathOf(root_->filePath("config")));
+  store_ = std::make_unique<RegistryStore>();
   makeLibraryFolders(applicationFolderAt(pathOf(root_->path())));
   open();
 }
@@ -196,10 +199,10 @@ void MainDialogTest::cleanup() {
 void MainDialogTest::open(const std::string& place) {
   dialog_.reset();
   if (!place.empty()) {
-    QVERIFY(registry_->setString(kSettingsKey, kWindowPlaceValue, place));
+    QVERIFY(registry().setString(kSettingsKey, kWindowPlaceValue, place));
   }
   const MainDialogSetup setup{applicationFolderAt(pathOf(root_->path())), "\\x\\<b>help\\main.htm"};
-  dialog_ = std::make_unique<MainDialog>(setup, *registry_);
+  dialog_ = std::make_unique<MainDialog>(setup, registry());
   if (place.empty()) {
     dialog_->resize(kUsual);
   }
@@ -396,6 +399,18 @@ void MainDialogTest::pathIsDrawnUsedSavedAndLoaded() {
   QCOMPARE(view().mesh().ProfileCount(), 3);
   QVERIFY(!control<QAbstractButton>(8032).isChecked());
   QVERIFY(dialog_->mode() == Mode::Editing && dialog_->windowTitle() == "Vortexa-Emitter");
+  // Named when the program starts: the editor opens, and the shape keeps its path.
+  PathRecord shorter = drawn;
+  shorter.count = 2;
+  QVERIFY(SavePathFile(pathOf(root_->filePath("shorter")), shorter).ok());
+  dialog_->openFile(pathOf(root_->filePath("missing.j2d")));
+  QVERIFY(dialog_->mode() == Mode::Editing);
+  QCOMPARE(part<PanelFrame>(8029).name(), "Not loaded: missing.j2d");
+  dialog_->showPage(LeftPage::Library);
+  dialog_->openFile(pathOf(root_->filePath("shorter.j2d")));
+  QCOMPARE(dialog_->windowTitle(), "Vortexa-Emitter-Edit Path");
+  QCOMPARE(part<PanelFrame>(8029).name(), "shorter");
+  QVERIFY(editor.path().count == 2 && view().shape().path == drawn);
 }
 
 void MainDialogTest::savedShapeLoadsIdentical() {
@@ -429,7 +444,7 @@ void MainDialogTest::savedShapeLoadsIdentical() {
   QVERIFY(control<QAbstractButton>(8026).isChecked());
   QCOMPARE(part<PanelFrame>(8029).name(), "myrings-0000");
   dialog_.reset();
-  QVERIFY(registry_->query(kSettingsKey, "CoreShapeFilename") == RegistryValue("myrings"));
+  QVERIFY(registry().query(kSettingsKey, "CoreShapeFilename") == RegistryValue("myrings"));
 }
 
 void MainDialogTest::filesAreTaggedFoundAndDeleted() {
@@ -534,14 +549,14 @@ void MainDialogTest::badFilesKeepTheShape() {
   QVERIFY(write("empty.j3d", {}) && write("short.j3d", "\x46\x13") &&
           write("other.j3d", QByteArray(7000, 'x')));
   for (const char* name : {"empty.j3d", "short.j3d", "other.j3d", "missing.j3d", "."}) {
-    dialog_->openFile(file(name));
+    dialog_->openFile(pathOf(file(name)));
     QVERIFY(view().shape() == made);
     QVERIFY(part<PanelFrame>(8029).name().startsWith("Not loaded: "));
   }
   click(8031);
   QCOMPARE(part<PanelFrame>(8029).name(), "");
   press<CRightLoadTab>(2);
-  dialog_->openFile(file("missing.j3d"));
+  dialog_->openFile(pathOf(file("missing.j3d")));
   control<CSpinCombo>(8034).moveTo(3);
   QCOMPARE(part<PanelFrame>(8029).name(), "");
 }
@@ -576,18 +591,14 @@ void MainDialogTest::droppedFileOpens() {
 
 void MainDialogTest::settingsComeBackAsTexts() {
   dialog_.reset();
-  QFile store(QDir(root_->filePath("config")).filePath("software.amberly.kaleido.ui.reg"));
-  QVERIFY(store.open(QIODevice::ReadOnly));
-  QByteArray text = store.readAll();
-  store.close();
-  QVERIFY(text.contains("\"CoreShapeFilename\"=\"shpe\"") && text.contains("\"DesignerWindow\"="));
-  text.replace("\"shpe\"", "dword:00000007").replace("\"part\"", "\"dust\"");
-  QVERIFY(store.open(QIODevice::WriteOnly) && store.write(text) == text.size());
-  store.close();
+  QVERIFY(registry().query(kSettingsKey, "CoreShapeFilename") == RegistryValue("shpe"));
+  QVERIFY(registry().query(kSettingsKey, kWindowPlaceValue));
+  store_->put(kSettingsKey, "CoreShapeFilename", 4, {7, 0, 0, 0});
+  QVERIFY(registry().setString(kSettingsKey, "CoreParticleFilename", "dust"));
   open();
   dialog_.reset();
-  QVERIFY(registry_->query(kSettingsKey, "CoreShapeFilename") == RegistryValue("shpe"));
-  QVERIFY(registry_->query(kSettingsKey, "CoreParticleFilename") == RegistryValue("dust"));
+  QVERIFY(registry().query(kSettingsKey, "CoreShapeFilename") == RegistryValue("shpe"));
+  QVERIFY(registry().query(kSettingsKey, "CoreParticleFilename") == RegistryValue("dust"));
 }
 
 void MainDialogTest::placeComesBackOnTheScreen() {
@@ -603,8 +614,8 @@ void MainDialogTest::placeComesBackOnTheScreen() {
        {"", "nonsense", "1 2 3", "-5000 -5000 400 300 0", "60000 60000 400 300 0",
         "0 0 65000 65000 0", "2147483647 2147483647 2147483647 2147483647 1", "1 1 0 0 0",
         "-2147483648 5 400 300 0", "9 9 99999999999999999999 9 0", "0 0 1 1 0"}) {
-    QVERIFY(registry_->setString(kSettingsKey, kWindowPlaceValue, text));
-    dialog_ = std::make_unique<MainDialog>(MainDialogSetup{}, *registry_);
+    QVERIFY(registry().setString(kSettingsKey, kWindowPlaceValue, text));
+    dialog_ = std::make_unique<MainDialog>(MainDialogSetup{}, registry());
     const QRect place = dialog_->geometry();
     QVERIFY2(screen.contains(place) && place.width() >= 320 && place.height() >= 200, text);
     dialog_.reset();
@@ -613,12 +624,14 @@ void MainDialogTest::placeComesBackOnTheScreen() {
 
 void MainDialogTest::badSurroundingsDoNoHarm() {
   dialog_.reset();
-  QFile store(QDir(root_->filePath("config")).filePath("software.amberly.kaleido.ui.reg"));
+  QVERIFY(QDir(root_->path()).mkdir("config"));
+  QFile store(root_->filePath("config/software.amberly.kaleido.ui.reg"));
   QVERIFY(store.open(QIODevice::WriteOnly));
   store.write(QByteArray("\xff\xfe\0[\"=dword:zz\n\"TextColour\"=hex:1,\n", 36).repeated(50));
   store.close();
+  UserRegistry garbled(pathOf(root_->filePath("config")));
   UserRegistry nowhere({});
-  for (UserRegistry* registry : {registry_.get(), &nowhere}) {
+  for (UserRegistry* registry : {&garbled, &nowhere}) {
     for (const char* folder : {"Error", "", "\\no\\such\\folder", "Illegal executable name 'x'!"}) {
       MainDialog dialog({folder, ""}, *registry);
       dialog.show();

@@ -11,9 +11,11 @@
 #include "app/application_folder.h"
 #include "app/ui/arguments.h"
 #include "app/ui/main_dialog.h"
+#include "app/ui/title_bars.h"
 #include "app/ui/window_style.h"
 #include "util/instance_lock.h"
 #include "util/module_name.h"
+#include "util/program_arguments.h"
 #include "util/user_folders.h"
 #include "util/user_registry.h"
 
@@ -60,7 +62,7 @@ QIcon windowIcon(std::initializer_list<int> sizes) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto parsed = pv::parseArguments(argc, argv);
+  const auto parsed = pv::parseArguments(pv::programArguments(argc, argv));
   const auto* arguments = std::get_if<pv::Arguments>(&parsed);
   if (arguments == nullptr) {
     return *std::get_if<int>(&parsed);
@@ -84,6 +86,7 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(PV_VERSION);
   QApplication::setWindowIcon(windowIcon({16, 24, 32}));
   pv::applyDarkStyle();
+  pv::darkenTitleBars();
 
   const auto module = pv::moduleName();
   const std::string folder = arguments->root.empty() ? pv::applicationFolder(module)
@@ -92,11 +95,13 @@ int main(int argc, char** argv) {
   pv::UserRegistry registry(pv::userConfigFolder());
   pv::MainDialog dialog({folder, pv::helpPath(module)}, registry);
   if (!arguments->file.empty()) {
-    dialog.openFile(QString::fromLocal8Bit(arguments->file));
+    dialog.openFile(arguments->file);
   }
   QObject::connect(&dialog, &pv::MainDialog::pictureShown, [] {
     QApplication::setWindowIcon(windowIcon({16, 24, 32, 48, 64, 128, 256}));
   });
+  QObject::connect(&app, &QGuiApplication::commitDataRequest, &dialog,
+                   [&dialog] { dialog.writeSettings(); });
   dialog.show();
   return QCoreApplication::exec();
 }

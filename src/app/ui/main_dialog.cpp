@@ -4,7 +4,6 @@
 #include <utility>
 
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPushButton>
@@ -104,6 +103,10 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
 }
 
 MainDialog::~MainDialog() {
+  writeSettings();
+}
+
+void MainDialog::writeSettings() {
   writeSetting(registry_, kWindowPlaceValue, windowPlace(*this));
   writeCoreNames(registry_, coreNames_);
 }
@@ -190,16 +193,16 @@ void MainDialog::keyPressEvent(QKeyEvent* event) {
 
 // A shape while shapes are edited, a path while a path is.
 void MainDialog::dragEnterEvent(QDragEnterEvent* event) {
-  if (!draggedFile(*event->mimeData(), droppedSuffix()).isEmpty()) {
+  if (!draggedFile(*event->mimeData(), droppedSuffix()).empty()) {
     event->acceptProposedAction();
   }
 }
 
 void MainDialog::dropEvent(QDropEvent* event) {
-  const QString file = draggedFile(*event->mimeData(), droppedSuffix());
+  const std::filesystem::path file = draggedFile(*event->mimeData(), droppedSuffix());
   if (mode() == Mode::EditPath) {
-    loadPathFile(QFileInfo(file).filesystemAbsoluteFilePath(), PathTarget::Editor);
-  } else if (!file.isEmpty()) {
+    loadPathFile(file, PathTarget::Editor);
+  } else if (!file.empty()) {
     openFile(file);
   }
   event->acceptProposedAction();

@@ -52,14 +52,18 @@ class MainDialog : public QWidget {
   MainDialog(const MainDialogSetup& setup, UserRegistry& registry);
   ~MainDialog() override;
 
-  /// A file that is no shape changes nothing; a quiet line says that it was not
-  /// loaded until something else happens.
-  void openFile(const QString& file);
+  /// A shape, or a path (.j2d), for which its editor opens. A file that is neither
+  /// changes nothing; a quiet line says that it was not loaded until something else
+  /// happens.
+  void openFile(const std::filesystem::path& file);
 
   [[nodiscard]] LeftPage page() const { return modes_.pages().left; }
   [[nodiscard]] Mode mode() const { return modes_.mode(); }
   /// One of the strip's pages; nothing happens while a mode is open.
   void showPage(LeftPage page);
+  /// Keeps the window's place and the core names; also done when the dialog is
+  /// destroyed, for which the end of the user's session leaves no time.
+  void writeSettings();
   [[nodiscard]] const ParticleSettings& particles() const { return particles_; }
 
  signals:
@@ -106,9 +110,10 @@ class MainDialog : public QWidget {
   void collectEmitterPage();
   void applyShape(const ShapeRecord& shape);
   void takePath(const PathRecord& path);
-  void loadShapeFile(const std::filesystem::path& file);
   enum class PathTarget : std::uint8_t { Shape, Editor };
   void loadPathFile(const std::filesystem::path& file, PathTarget target);
+  void openPathFile(const std::filesystem::path& file);
+  void tellNotLoaded(const std::filesystem::path& file);
   void saveShapeFile();
   void savePathFile();
   void tellSave(const SaveReport& report);

@@ -148,7 +148,7 @@ void MainDialog::loadChosen(ModeStep step) {
     return;
   }
   if (step == ModeStep::LoadShape) {
-    loadShapeFile(hostPath(file));
+    openFile(hostPath(file));
   } else {
     loadPathFile(hostPath(file),
                  step == ModeStep::LoadPath ? PathTarget::Shape : PathTarget::Editor);

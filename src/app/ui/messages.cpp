@@ -1,5 +1,6 @@
 #include "app/ui/messages.h"
 
+#include <QFileInfo>
 #include <QFont>
 #include <QMessageBox>
 #include <QMimeData>
@@ -12,14 +13,14 @@ constexpr int kTextSize = 12;  // a little larger than on controls
 
 }  // namespace
 
-QString draggedFile(const QMimeData& data, const QString& suffix) {
+std::filesystem::path draggedFile(const QMimeData& data, const QString& suffix) {
   if (suffix.isEmpty()) {
     return {};
   }
   for (const QUrl& url : data.urls()) {
-    QString file = url.toLocalFile();
+    const QString file = url.toLocalFile();
     if (file.endsWith(suffix, Qt::CaseInsensitive)) {
-      return file;
+      return QFileInfo(file).filesystemAbsoluteFilePath().make_preferred();
     }
   }
   return {};

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+
 #include <QString>
 
 class QMimeData;
@@ -9,7 +11,7 @@ namespace pv {
 
 /// The first file on this computer with the suffix (".j3d") among what is dragged,
 /// or nothing; nothing for an empty suffix.
-[[nodiscard]] QString draggedFile(const QMimeData& data, const QString& suffix);
+[[nodiscard]] std::filesystem::path draggedFile(const QMimeData& data, const QString& suffix);
 
 /// A text as it stands, whatever characters are in it.
 void tell(QWidget* parent, const QString& title, const QString& text);

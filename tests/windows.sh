@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# The whole program for Windows on Debian 12 and Wine: builds and packs it, runs the
+# tests of its windows and pages, and works with what the zip holds for a day.
+# usage: tests/windows.sh     ("./test --windows"; pictures of the day: out/windows/pictures)
+# PV_WINDOWS_LIBRARIES and PV_WINDOWS_QT name folders that are built already.
+# The last line is "N passed, N failed".
+set -euo pipefail
+cd "$(dirname "$0")/.."
+tools/setup.sh build core tests window-tests windows-core windows >&2
+PV_WINDOWS_LIBRARIES=${PV_WINDOWS_LIBRARIES:-$(packaging/windows/libraries)}
+PV_WINDOWS_QT=${PV_WINDOWS_QT:-$(packaging/windows/qt)}
+export PV_WINDOWS_LIBRARIES PV_WINDOWS_QT
+
+packaging/windows/build >&2
+cmake --build --preset windows --target pv_window_tests >&2
+cmake --preset core-only >/dev/null
+cmake --build --preset core-only --target pvortex >&2
+
+. tests/e2e/screen.sh
+. packaging/windows/wine.sh
+settle() { end_wine; }
+log=$work/log
+open_screen 1366x768
+begin_wine "$work"
+# Where the test programs find the toolkit's and the compiler's libraries.
+libraries=("$PV_WINDOWS_QT"/bin)
+for library in libgcc_s_seh-1.dll libwinpthread-1.dll; do
+  libraries+=("$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=$library)")")
+done
+WINEPATH=$(printf 'Z:%s;' "${libraries[@]}" | tr / '\\')
+export WINEPATH
+ctest --preset windows | tee "$log" >&2 || true
+unset WINEPATH
+
+# "98% tests passed, 2 tests failed out of 100"
+read -r failed total < <(sed -n 's/.*tests passed, \([0-9]*\) tests failed out of \([0-9]*\).*/\1 \2/p' "$log") ||
+  { failed=1; total=1; }
+if tests/e2e/windows.sh out/windows/*-win64.zip build/core-only/bin/pvortex out/windows/pictures >&2; then
+  total=$((total + 1))
+else
+  failed=$((failed + 1)) total=$((total + 1))
+fi
+echo "$((total - failed)) passed, $failed failed"
+[ "$failed" -eq 0 ]

@@ -97,8 +97,9 @@ function(pv_test name)
     ${name} PRIVATE PV_SOURCE_DIR="${PROJECT_SOURCE_DIR}" PV_BINARY_DIR="${CMAKE_BINARY_DIR}")
   target_link_libraries(${name} PRIVATE ${ARG_LINK} GTest::gtest_main pv_rules)
   if(CMAKE_CROSSCOMPILING)
-    # What is tested is compiled as it is shipped; the tests need not be.
-    target_compile_options(${name} PRIVATE -O0)
+    # What is tested is compiled as it is shipped; the tests are compiled quickly.
+    target_compile_options(${name} PRIVATE -O0 -fpch-preprocess)
+    target_precompile_headers(${name} REUSE_FROM pv_test_headers)
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT 300)
     return()

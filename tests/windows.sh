@@ -20,7 +20,8 @@ cmake --build --preset core-only --target pvortex >&2
 . packaging/windows/wine.sh
 settle() { end_wine; }
 log=$work/log
-open_screen 1366x768
+open_screen 2560x1700
+export TMPDIR=$work  # where Wine leaves a folder behind
 begin_wine "$work"
 # Where the test programs find the toolkit's and the compiler's libraries.
 libraries=("$PV_WINDOWS_QT"/bin)

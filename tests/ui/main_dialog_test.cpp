@@ -185,6 +185,7 @@ void MainDialogTest::initTestCase() {
 
 void MainDialogTest::init() {
   root_ = std::make_unique<QTemporaryDir>();
+  store_.reset();  // one at a time is in force
   store_ = std::make_unique<RegistryStore>();
   makeLibraryFolders(applicationFolderAt(pathOf(root_->path())));
   open();
@@ -666,10 +667,12 @@ void MainDialogTest::programEndsWithAReason() {
   QCOMPARE(run({"--version"}, "").first, 0);
   QCOMPARE(run({"--root", "/no/such/folder"}, "").first, 64);
   QCOMPARE(run({"--nonsense"}, "").first, 64);
+#ifndef _WIN32  // which always has a display, and tells of a missing plug-in in a box
   const auto [ended, reason] = run({}, "");
   QVERIFY(ended == 1 && reason.contains("display"));
   const auto [failed, why] = run({}, "nonsense");
   QVERIFY(failed == 1 && why.contains("no window can be opened"));
+#endif
 }
 
 }  // namespace pv

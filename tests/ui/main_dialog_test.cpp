@@ -24,6 +24,7 @@
 
 #include "app/application_folder.h"
 #include "app/page_strip_model.h"
+#include "app/ui/messages.h"
 #include "app/ui/quiet_page.h"
 #include "app/ui/window_place.h"
 #include "app/ui/window_style.h"
@@ -575,6 +576,11 @@ void MainDialogTest::droppedFileOpens() {
   for (const auto* field : dialog_->findChildren<QLineEdit*>()) {
     QVERIFY(!field->acceptDrops());
   }
+#ifdef _WIN32
+  QMimeData remote;
+  remote.setUrls({QUrl("file://server/share%20a/ball.j3d"), QUrl("file:///C:/ball.j3d")});
+  QCOMPARE(draggedFile(remote, ".j3d").native(), L"\\\\server\\share a\\ball.j3d");
+#endif
 }
 
 void MainDialogTest::settingsComeBackAsTexts() {

@@ -3,6 +3,9 @@
 ;   PV_VERSION   as in 0.1.0
 ;   PV_OUTPUT    the installer to make
 ;   PV_ICON      of the installer itself
+;   PV_PICTURE   beside its last page: convert -size 164x314 xc:#323232 ICON128.png
+;                -gravity north -geometry +0+48 -composite -fill #F07800
+;                -draw 'rectangle 161,0 163,313' -colors 128 -compress none BMP3:PICTURE
 ;   PV_SIZE      of the installed files, in kilobytes
 ;   PV_LONGEST   characters of the longest path behind the installation folder
 ;   PV_LISTS     folder of the lists of files: program, remove, shapes, paths
@@ -25,6 +28,7 @@ Target amd64-unicode
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NAME}"
 !define CLASSES "Software\Classes"
 !define LONGEST_PATH 259
+!define /math LONGEST_FOLDER ${LONGEST_PATH} - ${PV_LONGEST}
 
 Name "${NAME}"
 OutFile "${PV_OUTPUT}"
@@ -49,9 +53,10 @@ VIAddVersionKey LegalCopyright "The Particle Vortex authors, MIT licence"
 
 !define MUI_ICON "${PV_ICON}"
 !define MUI_UNICON "${PV_ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PV_PICTURE}"
 !define MUI_DIRECTORYPAGE_TEXT_TOP "${NAME} is installed for you alone. The \
-  libraries with your shapes and paths lie below its folder, in vortex. A path of more than \
-  200 characters may be too long."
+  libraries with your shapes and paths lie below its folder, in vortex. The folder's \
+  path may have ${LONGEST_FOLDER} characters."
 !define MUI_FINISHPAGE_RUN "$INSTDIR\${PROGRAM}"
 !define MUI_UNCONFIRMPAGE_TEXT_TOP "${NAME} will be removed. Your shapes, paths and \
   tags stay where they are, in the folder vortex, and so do your settings."
@@ -184,8 +189,7 @@ FunctionEnd
 
 !macro CheckLength action
   StrLen $0 $INSTDIR
-  IntOp $0 $0 + ${PV_LONGEST}
-  ${If} $0 > ${LONGEST_PATH}
+  ${If} $0 > ${LONGEST_FOLDER}
     ${action}
   ${EndIf}
 !macroend

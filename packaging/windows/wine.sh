@@ -9,8 +9,12 @@ begin_wine() {
   export HOME=$1/home WINEPREFIX=$1/wine WINEARCH=win64 WINEDEBUG=-all
   export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
   mkdir -p "$HOME"
+  wine_begun=yes
   "$wine" wineboot --init >/dev/null 2>&1
 }
 
-# Ends everything that still runs in it; the caller deletes the folder.
-end_wine() { "$wineserver" --kill 2>/dev/null || true; }
+# Ends everything that still runs in it; the caller deletes the folder. Where none was
+# begun, the Wine that would be met is the user's own.
+end_wine() {
+  [ -z "${wine_begun:-}" ] || "$wineserver" --kill 2>/dev/null || true
+}

@@ -49,8 +49,12 @@ bool isPathTool(PathTool tool) {
 }
 
 const PathToolTraits& pathToolTraits(PathTool tool) {
-  const auto* row = std::ranges::find(kTools, tool, &PathToolTraits::tool);
-  return row != kTools.end() ? *row : kTools[kSelectRow];
+  for (const PathToolTraits& row : kTools) {
+    if (row.tool == tool) {
+      return row;
+    }
+  }
+  return kTools[kSelectRow];
 }
 
 }  // namespace pv

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <system_error>
 #include <utility>
 #include <vector>
 

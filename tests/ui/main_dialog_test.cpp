@@ -38,6 +38,7 @@
 #include "library/ui/tag_cloud_widget.h"
 #include "library/ui/thumb_list_widget.h"
 #include "particle/ui/particle_tab.h"
+#include "path/path_file.h"
 #include "path/ui/edit_path_tab.h"
 #include "path/ui/left_path_tab.h"
 #include "shape/shape_file.h"
@@ -400,6 +401,18 @@ void MainDialogTest::pathIsDrawnUsedSavedAndLoaded() {
   QCOMPARE(view().mesh().ProfileCount(), 3);
   QVERIFY(!control<QAbstractButton>(8032).isChecked());
   QVERIFY(dialog_->mode() == Mode::Editing && dialog_->windowTitle() == "Vortexa-Emitter");
+  // Named when the program starts: the editor opens, and the shape keeps its path.
+  PathRecord shorter = drawn;
+  shorter.count = 2;
+  QVERIFY(SavePathFile(pathOf(root_->filePath("shorter")), shorter).ok());
+  dialog_->openFile(pathOf(root_->filePath("missing.j2d")));
+  QVERIFY(dialog_->mode() == Mode::Editing);
+  QCOMPARE(part<PanelFrame>(8029).name(), "Not loaded: missing.j2d");
+  dialog_->showPage(LeftPage::Library);
+  dialog_->openFile(pathOf(root_->filePath("shorter.j2d")));
+  QCOMPARE(dialog_->windowTitle(), "Vortexa-Emitter-Edit Path");
+  QCOMPARE(part<PanelFrame>(8029).name(), "shorter");
+  QVERIFY(editor.path().count == 2 && view().shape().path == drawn);
 }
 
 void MainDialogTest::savedShapeLoadsIdentical() {

@@ -1,5 +1,6 @@
 #include "util/files.h"
 
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -9,7 +9,7 @@ namespace pv {
 
 /// What the program was started with; empty where nothing was given.
 struct Arguments {
-  std::filesystem::path file;  ///< shape to open
+  std::filesystem::path file;  ///< shape or path to open
   std::filesystem::path root;  ///< application folder in place of the program's own
 };
 

@@ -52,8 +52,9 @@ class MainDialog : public QWidget {
   MainDialog(const MainDialogSetup& setup, UserRegistry& registry);
   ~MainDialog() override;
 
-  /// A file that is no shape changes nothing; a quiet line says that it was not
-  /// loaded until something else happens.
+  /// A shape, or a path (.j2d), for which its editor opens. A file that is neither
+  /// changes nothing; a quiet line says that it was not loaded until something else
+  /// happens.
   void openFile(const std::filesystem::path& file);
 
   [[nodiscard]] LeftPage page() const { return modes_.pages().left; }
@@ -111,6 +112,8 @@ class MainDialog : public QWidget {
   void takePath(const PathRecord& path);
   enum class PathTarget : std::uint8_t { Shape, Editor };
   void loadPathFile(const std::filesystem::path& file, PathTarget target);
+  void openPathFile(const std::filesystem::path& file);
+  void tellNotLoaded(const std::filesystem::path& file);
   void saveShapeFile();
   void savePathFile();
   void tellSave(const SaveReport& report);

@@ -1,5 +1,6 @@
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <QFileInfo>
@@ -15,10 +16,14 @@
 #include "shape/emitter_page.h"
 #include "shape/shape_file.h"
 #include "shape/ui/tab_emitter.h"
+#include "util/ascii.h"
+#include "util/utf8_path.h"
 #include "view3d/ui/tab_3d.h"
 
 namespace pv {
 namespace {
+
+constexpr std::string_view kPathSuffix = ".j2d";
 
 QString stemOf(const std::filesystem::path& file) {
   return QFileInfo(file).completeBaseName();
@@ -53,10 +58,18 @@ std::string& MainDialog::coreName() {
 
 // --- loading ---------------------------------------------------------------------
 
+void MainDialog::tellNotLoaded(const std::filesystem::path& file) {
+  showName(tr("Not loaded: %1").arg(QFileInfo(file).fileName()));
+}
+
 void MainDialog::openFile(const std::filesystem::path& file) {
+  if (endsIgnoringCase(utf8FromPath(file), kPathSuffix)) {
+    openPathFile(file);
+    return;
+  }
   const auto shape = LoadShapeFile(file);
   if (!shape) {
-    showName(tr("Not loaded: %1").arg(QFileInfo(file).fileName()));
+    tellNotLoaded(file);
     return;
   }
   emitter_->setState(emitterPageOf(shape.value(), emitter_->state().emitter.selectedAxis));
@@ -64,6 +77,19 @@ void MainDialog::openFile(const std::filesystem::path& file) {
   shapeName_ = stemOf(file);
   showName();
   showModifier();
+}
+
+// The editor opens only for what can be loaded into it.
+void MainDialog::openPathFile(const std::filesystem::path& file) {
+  if (mode() == Mode::Editing && LoadPathFile(file)) {
+    showPage(LeftPage::Emitter);
+    leftCommand({.code = 0, .editPath = true});
+  }
+  if (mode() == Mode::EditPath) {
+    loadPathFile(file, PathTarget::Editor);
+  } else {
+    tellNotLoaded(file);
+  }
 }
 
 void MainDialog::loadPathFile(const std::filesystem::path& file, PathTarget target) {
@@ -79,7 +105,7 @@ void MainDialog::loadPathFile(const std::filesystem::path& file, PathTarget targ
     takePath(path.value());
     return;
   }
-  showName(tr("Not loaded: %1").arg(QFileInfo(file).fileName()));
+  tellNotLoaded(file);
 }
 
 // --- saving ----------------------------------------------------------------------

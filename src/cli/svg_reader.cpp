@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "math/plane_angles.h"
 #include "path/svg_data.h"
 
 namespace pv {
@@ -22,7 +23,7 @@ struct SvgPage {
   double width = 100.0;
   double height = 100.0;
 
-  [[nodiscard]] double diagonal() const { return std::hypot(width, height) / std::sqrt(2.0); }
+  [[nodiscard]] double diagonal() const { return planeLength(width, height) / std::sqrt(2.0); }
 };
 
 Error svgFault(std::string reason) {

@@ -6,6 +6,8 @@
 #include <limits>
 #include <span>
 
+#include "math/plane_angles.h"
+
 namespace pv {
 
 namespace {
@@ -48,7 +50,7 @@ void append(Outline& to, Outline& from) {
 }  // namespace
 
 double distance(PlanePoint a, PlanePoint b) {
-  return std::hypot(b.x - a.x, b.y - a.y);
+  return planeLength(b.x - a.x, b.y - a.y);
 }
 
 Affine operator*(const Affine& outer, const Affine& inner) {

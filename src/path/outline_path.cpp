@@ -6,6 +6,8 @@
 #include <span>
 #include <vector>
 
+#include "math/plane_angles.h"
+
 namespace pv {
 
 namespace {
@@ -68,7 +70,7 @@ PlanePoint direction(PlanePoint from, std::initializer_list<PlanePoint> points) 
 }
 
 bool isSmooth(PlanePoint a, PlanePoint b) {
-  return a.x * b.x + a.y * b.y >= kSmoothCosine * std::hypot(a.x, a.y) * std::hypot(b.x, b.y);
+  return a.x * b.x + a.y * b.y >= kSmoothCosine * planeLength(a.x, a.y) * planeLength(b.x, b.y);
 }
 
 class Flattener {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "math/plane_angles.h"
 #include "path/outline.h"
 
 namespace pv {
@@ -27,9 +28,13 @@ struct ArcFrame {
   PlanePoint end;
 };
 
+PlaneTurn turnOf(const EllipseArc& arc) {
+  return planeTurn(arc.rotation * (std::numbers::pi / 180));
+}
+
 ArcFrame frameOf(const EllipseArc& arc, PlanePoint from, PlanePoint to, PlanePoint half,
                  double square) {
-  const double turn = arc.rotation * (std::numbers::pi / 180);
+  const PlaneTurn turn = turnOf(arc);
   const double grow = std::sqrt(std::max(1.0, square));  // radii too small to reach
   const double rx = arc.radiusX * grow;
   const double ry = arc.radiusY * grow;
@@ -39,12 +44,7 @@ ArcFrame frameOf(const EllipseArc& arc, PlanePoint from, PlanePoint to, PlanePoi
   const PlanePoint centre{sign * u.y, -sign * u.x};
 
   ArcFrame frame;
-  frame.toPlane = {rx * std::cos(turn),
-                   rx * std::sin(turn),
-                   -ry * std::sin(turn),
-                   ry * std::cos(turn),
-                   0.0,
-                   0.0};
+  frame.toPlane = {rx * turn.cos, rx * turn.sin, -ry * turn.sin, ry * turn.cos, 0.0, 0.0};
   const PlanePoint middle = (from + to) * 0.5 + frame.toPlane.apply(centre);
   frame.toPlane.e = middle.x;
   frame.toPlane.f = middle.y;
@@ -56,7 +56,7 @@ ArcFrame frameOf(const EllipseArc& arc, PlanePoint from, PlanePoint to, PlanePoi
 /// The angle from start to end on the unit circle, in the sweep's direction.
 double sweptAngle(const ArcFrame& frame, bool sweep) {
   const double angle =
-      std::atan2(frame.end.y, frame.end.x) - std::atan2(frame.start.y, frame.start.x);
+      planeAngle(frame.end.y, frame.end.x) - planeAngle(frame.start.y, frame.start.x);
   if (sweep) {
     return angle < 0 ? angle + 4 * kQuarterTurn : angle;
   }
@@ -78,10 +78,10 @@ void OutlinePen::arcTo(EllipseArc arc, PlanePoint to) {
     lineTo(to);
     return;
   }
-  const double turn = arc.rotation * (std::numbers::pi / 180);
+  const PlaneTurn turn = turnOf(arc);
   const PlanePoint gap = (position_ - to) * 0.5;
-  const PlanePoint half{(std::cos(turn) * gap.x + std::sin(turn) * gap.y) / arc.radiusX,
-                        (std::cos(turn) * gap.y - std::sin(turn) * gap.x) / arc.radiusY};
+  const PlanePoint half{(turn.cos * gap.x + turn.sin * gap.y) / arc.radiusX,
+                        (turn.cos * gap.y - turn.sin * gap.x) / arc.radiusY};
   const double square = half.x * half.x + half.y * half.y;
   if (!(square > kLeastSquare)) {
     if (!(to == position_)) {
@@ -95,12 +95,14 @@ void OutlinePen::arcTo(EllipseArc arc, PlanePoint to) {
   while (parts < 4 && std::abs(angle) > parts * kQuarterTurn * 1.000001) {
     ++parts;
   }
-  const double reach = 4.0 / 3 * std::tan(angle / parts / 4);
-  const double first = std::atan2(frame.start.y, frame.start.x);
+  const PlaneTurn quarter = planeTurn(angle / parts / 4);
+  const double reach = 4.0 / 3 * quarter.sin / quarter.cos;
+  const double first = planeAngle(frame.start.y, frame.start.x);
   PlanePoint at = frame.start;
   for (int part = 1; part <= parts; ++part) {
     const double next = first + angle * part / parts;
-    const PlanePoint end{std::cos(next), std::sin(next)};
+    const PlaneTurn turned = planeTurn(next);
+    const PlanePoint end{turned.cos, turned.sin};
     const PlanePoint control1{at.x - reach * at.y, at.y + reach * at.x};
     const PlanePoint control2{end.x + reach * end.y, end.y - reach * end.x};
     curveTo(frame.toPlane.apply(control1), frame.toPlane.apply(control2),

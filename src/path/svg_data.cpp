@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "math/plane_angles.h"
 #include "path/svg_scanner.h"
 
 namespace pv {
@@ -34,16 +35,19 @@ Affine makeScale(Numbers n) {
   return {n[0], 0.0, 0.0, n.size() > 1 ? n[1] : n[0], 0.0, 0.0};
 }
 Affine makeRotate(Numbers n) {
-  const double sine = std::sin(radians(n[0]));
-  const double cosine = std::cos(radians(n[0]));
+  const auto [sine, cosine] = planeTurn(radians(n[0]));
   const Affine turn{cosine, sine, -sine, cosine, 0.0, 0.0};
   return n.size() == 1 ? turn : translation(n[1], n[2]) * turn * translation(-n[1], -n[2]);
 }
+double tangent(double degrees) {
+  const auto [sine, cosine] = planeTurn(radians(degrees));
+  return sine / cosine;
+}
 Affine makeSkewX(Numbers n) {
-  return {1.0, 0.0, std::tan(radians(n[0])), 1.0, 0.0, 0.0};
+  return {1.0, 0.0, tangent(n[0]), 1.0, 0.0, 0.0};
 }
 Affine makeSkewY(Numbers n) {
-  return {1.0, std::tan(radians(n[0])), 0.0, 1.0, 0.0, 0.0};
+  return {1.0, tangent(n[0]), 0.0, 1.0, 0.0, 0.0};
 }
 
 struct TransformKind {

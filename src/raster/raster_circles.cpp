@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "math/plane_angles.h"
 #include "math/scalar.h"
 #include "raster/pixel_words.h"
 #include "raster/raster_canvas.h"
@@ -91,7 +92,7 @@ RowRange meetingRadii(const RasterCanvas& canvas, std::int64_t x, std::int64_t y
   const std::int64_t farX = std::max(std::abs(x), std::abs(right - x));
   const std::int64_t farY = std::max(std::abs(y), std::abs(top - y));
   const auto distance = [](std::int64_t a, std::int64_t b) {
-    return static_cast<std::int64_t>(std::hypot(static_cast<double>(a), static_cast<double>(b)));
+    return static_cast<std::int64_t>(planeLength(static_cast<double>(a), static_cast<double>(b)));
   };
   return {distance(nearX, nearY) - 2, distance(farX, farY) + 2};
 }

@@ -13,6 +13,7 @@ class CommandLineSession {
  public:
   CommandLineSession();
   /// A console reads text as it did before.
+  // NOLINTNEXTLINE(performance-trivially-destructible): not on every system.
   ~CommandLineSession();
   CommandLineSession(const CommandLineSession&) = delete;
   CommandLineSession& operator=(const CommandLineSession&) = delete;
@@ -20,7 +21,7 @@ class CommandLineSession {
   CommandLineSession& operator=(CommandLineSession&&) = delete;
 
  private:
-  unsigned codePageBefore_ = 0;
+  [[maybe_unused]] unsigned codePageBefore_ = 0;
 };
 
 }  // namespace pv

@@ -35,7 +35,8 @@ std::filesystem::path plainPath(std::wstring_view systemPath) {
   if (systemPath.starts_with(kAnyLengthNetwork)) {
     return std::wstring(kNetwork) += systemPath.substr(kAnyLengthNetwork.size());
   }
-  return std::wstring(systemPath.substr(systemPath.starts_with(kAnyLength) ? kAnyLength.size() : 0));
+  return std::wstring(
+      systemPath.substr(systemPath.starts_with(kAnyLength) ? kAnyLength.size() : 0));
 }
 
 }  // namespace pv::platform

@@ -67,15 +67,11 @@ TEST_F(SettingsTest, OnlyFourByteNumbersAreColours) {
     std::initializer_list<std::uint8_t> bytes;
     std::uint32_t colour = 0xF07800;  // the default
   };
-  for (const Row& row : {Row{kNumber, {0x33, 0x22, 0x11, 0}, 0x332211},
-                         Row{kNumber, {1, 0, 0, 0xFF}, 0x010000},
-                         Row{kNumber, {0x33, 0x22, 0x11}},
-                         Row{kText, {'0', 0, 0, 0}},
-                         Row{2, {'0', 0, 0, 0}},
-                         Row{3, {0x33, 0x22, 0x11, 0}},
-                         Row{5, {0x33, 0x22, 0x11, 0}},
-                         Row{7, {'0', 0, 0, 0, 0, 0}},
-                         Row{11, {0x33, 0x22, 0x11, 0, 0, 0, 0, 0}}}) {
+  for (const Row& row :
+       {Row{kNumber, {0x33, 0x22, 0x11, 0}, 0x332211}, Row{kNumber, {1, 0, 0, 0xFF}, 0x010000},
+        Row{kNumber, {0x33, 0x22, 0x11}}, Row{kText, {'0', 0, 0, 0}}, Row{2, {'0', 0, 0, 0}},
+        Row{3, {0x33, 0x22, 0x11, 0}}, Row{5, {0x33, 0x22, 0x11, 0}}, Row{7, {'0', 0, 0, 0, 0, 0}},
+        Row{11, {0x33, 0x22, 0x11, 0, 0, 0, 0, 0}}}) {
     put("SelectedColour", row.type, row.bytes);
     EXPECT_EQ(readColourScheme(registry_).selected, row.colour)
         << "type " << row.type << ", bytes " << row.bytes.size();
@@ -84,8 +80,8 @@ TEST_F(SettingsTest, OnlyFourByteNumbersAreColours) {
 
 TEST_F(SettingsTest, EachNameSetsItsOwnColour) {
   std::uint8_t number = 0;
-  for (const char* name : {"BGColour", "TextColour", "ButtonColour", "SelectedColour",
-                           "TitleColour", "DlgColour"}) {
+  for (const char* name :
+       {"BGColour", "TextColour", "ButtonColour", "SelectedColour", "TitleColour", "DlgColour"}) {
     put(name, kNumber, {++number, 0, 0, 0});
   }
   EXPECT_EQ(readColourScheme(registry_),

@@ -144,7 +144,7 @@ TEST_F(LibraryCommands, TheCheckNamesEachFault) {
   write("lib/thumbs/dots-0001.bmp", "BM");
   write("lib/tagdb/lost.tdb", "");
   write("lib/tags/round.tag", "ball-0000\r\ngone\r\n");
-  write("lib/notes\n.txt", "");
+  write("lib/notes\x7F.txt", "");
   const Ran ran = library("check");
   EXPECT_EQ(ran.status, 65);
   std::istringstream lines(without(ran.out));

@@ -22,7 +22,7 @@ class LibraryTest : public ::testing::Test {
     for (const char* part : {"thumbs", "tagdb", "tags"}) {
       std::filesystem::create_directories(host(part));
     }
-    place_ = {programPath(host("")), ".j3d"};
+    place_ = {lowerCaseOf(programPath(host(""))), ".j3d"};  // as the program keeps it
     place_.folder.pop_back();
     cloud_.setFolder(place_.folder);
   }

@@ -16,6 +16,13 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+/// a.J3D and a.j3d are two files.
+#ifdef _WIN32
+constexpr bool kNamesTellCase = false;
+#else
+constexpr bool kNamesTellCase = true;
+#endif
+
 class ThumbList : public LibraryTest {
  protected:
   void fill(CThumbList& list) const {
@@ -38,19 +45,21 @@ TEST_F(ThumbList, ListsByExtensionAndShowsParts) {
   list_.fill();  // no folder yet
   EXPECT_EQ(list_.count(), 0);
   fill(list_);
-  EXPECT_EQ(list_.allNames(), (Names{"a-b", "a", "a", "b"}));
+  EXPECT_EQ(list_.allNames(),
+            kNamesTellCase ? Names({"a-b", "a", "a", "b"}) : Names({"a-b", "a", "b"}));
   EXPECT_EQ(list_.shownNames(), list_.allNames());
   EXPECT_EQ(list_.place(), place_);
 
   list_.showSubset(Names{"b", "none", "a", "b"});
-  EXPECT_EQ(list_.shownNames(), (Names{"b", "a", "a", "b"}));
+  EXPECT_EQ(list_.shownNames(),
+            kNamesTellCase ? Names({"b", "a", "a", "b"}) : Names({"b", "a", "b"}));
   EXPECT_EQ(list_.shownToAll(1), 1);
   EXPECT_EQ(list_.shownToAll(2), 2);
-  EXPECT_EQ(list_.count(), 4);
+  EXPECT_EQ(list_.count(), kNamesTellCase ? 4 : 3);
   list_.showSubset({});
   EXPECT_EQ(list_.shownCount(), 0);
   list_.showAll();
-  EXPECT_EQ(list_.shownCount(), 4);
+  EXPECT_EQ(list_.shownCount(), list_.count());
 
   CThumbList other;
   other.setFolder(place_.folder + "\\none", "C:\\Show\\");

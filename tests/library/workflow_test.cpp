@@ -92,7 +92,7 @@ TEST_F(Workflow, WithoutAUsableNameNothingIsWritten) {
 
 TEST_F(Workflow, AnOlderFileOfTheNameIsKept) {
   put("shpe-0000.j3d", "first");
-  EXPECT_EQ(save("shpe").backupFile, programPath(host("shpe-0000.j3d.bak")));
+  EXPECT_EQ(save("shpe").backupFile, place_.folder + "\\shpe-0000.j3d.bak");
   fs::remove(host("thumbs/shpe-0000.bmp"));
   save("shpe");
   fs::remove(host("thumbs/shpe-0000.bmp"));
@@ -239,7 +239,7 @@ TEST_F(Workflow, TheCheckNamesEveryFault) {
   put("b.j3d", "shape");
   put("b.j3d.bak2", "older");
   put("b.j3d.backup", "what is this");
-  put("con.j3d", "shape");
+  put("c\x7F.j3d", "shape");
   put("readme.txt", "");
   put("thumbs/b.bmp", "no picture");
   put("thumbs/lost.bmp", "");
@@ -249,7 +249,7 @@ TEST_F(Workflow, TheCheckNamesEveryFault) {
   put("tags/red.txt", "");
   put("tags/big.tag", std::string(kMaxLineFileBytes + 1, 'x'));
   EXPECT_EQ(findings(),
-            "foreign-file b.j3d.backup\ninvalid-name con.j3d\nforeign-file readme.txt\n"
+            "foreign-file b.j3d.backup\ninvalid-name c\x7F.j3d\nforeign-file readme.txt\n"
             "data-does-not-load a.j3d\n"
             "bad-thumbnail thumbs\\b.bmp\nlost-companion thumbs\\lost.bmp\n"
             "missing-thumbnail a.j3d\n"

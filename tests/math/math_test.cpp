@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "math/matrix4.h"
+#include "math/plane_angles.h"
 #include "math/scalar.h"
 
 namespace pv {
@@ -103,6 +104,27 @@ TEST(SinCos, HugeAnglesStayOnTheCircleAndNonNumbersGiveNaN) {
   for (const float angle : {Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN()}) {
     EXPECT_TRUE(std::isnan(sinCos(angle).sin));
     EXPECT_TRUE(std::isnan(sinCos(angle).cos));
+  }
+}
+
+TEST(PlaneAngles, AreAsGoodAsTheLibrarys) {
+  std::mt19937 random(5);
+  const auto number = [&random] { return (static_cast<double>(random()) - 2147483648.0) / 1e8; };
+  for (int i = 0; i < 100'000; ++i) {
+    const double x = number();
+    const double y = i % 10 == 0 ? 0.0 : number() * (i % 3 == 0 ? 1e-9 : 1.0);
+    ASSERT_NEAR(planeTurn(x).sin, std::sin(x), 1e-15) << x;
+    ASSERT_NEAR(planeTurn(x).cos, std::cos(x), 1e-15) << x;
+    ASSERT_NEAR(planeAngle(y, x), std::atan2(y, x), 2e-15) << y << ' ' << x;
+    ASSERT_NEAR(planeAngle(x, y), std::atan2(x, y), 2e-15) << x << ' ' << y;
+  }
+  EXPECT_EQ(planeAngle(0, 0), 0.0);
+  EXPECT_EQ(planeAngle(-0.0, -1), std::atan2(-0.0, -1.0));
+  EXPECT_EQ(planeTurn(0).cos, 1.0);
+  EXPECT_LT(std::abs(planeTurn(1.5707963267948966).cos), 1e-16);
+  EXPECT_NEAR(planeTurn(1e9).sin, std::sin(1e9), 1e-6);
+  for (const double bad : {std::nan(""), -HUGE_VAL}) {
+    EXPECT_TRUE(std::isnan(planeTurn(bad).sin) && std::isnan(planeTurn(bad).cos));
   }
 }
 

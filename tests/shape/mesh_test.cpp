@@ -1,6 +1,7 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
+#include <thread>
 
 #include "shape/generation.h"
 #include "shape/modifiers.h"
@@ -27,6 +28,20 @@ TEST(RandomSequence, IsTheLibrarysUnseededOne) {
     ASSERT_EQ(random.next(), std::rand()) << "draw " << i;
   }
 }
+
+#ifdef _WIN32
+// There each thread has a sequence of its own, which nobody has to begin.
+TEST(RandomSequence, AThreadsOwnBeginsAlike) {
+  CRandSequence random;
+  int differing = 0;
+  std::thread([&] {
+    for (int i = 0; i < 1000; ++i) {
+      differing += random.next() == std::rand() ? 0 : 1;
+    }
+  }).join();
+  EXPECT_EQ(differing, 0);
+}
+#endif
 
 TEST(RandomSequence, JumpsOverAnyNumberOfDraws) {
   CRandSequence walked;

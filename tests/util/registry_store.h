@@ -41,7 +41,8 @@ class RegistryStore {
   }
 
  private:
-  std::wstring name_ = L"Software\\Particle Vortex Test " + std::to_wstring(::GetCurrentProcessId());
+  std::wstring name_ =
+      L"Software\\Particle Vortex Test " + std::to_wstring(::GetCurrentProcessId());
   HKEY own_ = nullptr;
   UserRegistry registry_{{}};
 #else

@@ -27,7 +27,7 @@ TEST(Utf16, WhatIsNoTextIsReplacedOrKept) {
     EXPECT_EQ(utf16FromUtf8(std::string(bad) + "a"), u"\uFFFDa") << bad;
   }
   EXPECT_EQ(utf16FromUtf8("\xE0\x80\x80"), u"\xFFFD\xFFFD\xFFFD");  // longer than it must be
-  EXPECT_EQ(utf16FromUtf8("\xF4\x90\x80\x80").size(), 4U);         // beyond the last
+  EXPECT_EQ(utf16FromUtf8("\xF4\x90\x80\x80").size(), 4U);          // beyond the last
 
   constexpr std::u16string_view kHalves = u"\xDC00x\xD800";
   constexpr std::string_view kKept = "\xED\xB0\x80x\xED\xA0\x80";

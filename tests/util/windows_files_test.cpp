@@ -55,8 +55,7 @@ TEST_F(WindowsFiles, AFileThatIsHeldShortlyIsWaitedFor) {
   const std::pair<const char*, bool (*)(const fs::path&)> kUses[] = {
       {"write", [](const fs::path& file) { return writeFile(file, bytesOf("new")).ok(); }},
       {"read", [](const fs::path& file) { return textOf(file) == "old"; }},
-      {"rename",
-       [](const fs::path& file) { return !renameEntry(file, fs::path(file) += ".bak"); }},
+      {"rename", [](const fs::path& file) { return !renameEntry(file, fs::path(file) += ".bak"); }},
       {"remove", [](const fs::path& file) { return !removeEntry(file); }},
   };
   for (const auto& [name, use] : kUses) {

@@ -38,6 +38,13 @@ ShapeRecord bowls() {
 
 constexpr std::array kViewNames{"3d", "top", "front", "side"};
 
+/// Each system has a sequence of random directions of its own.
+#ifdef _WIN32
+constexpr std::string_view kBowls = "bowls-windows-";
+#else
+constexpr std::string_view kBowls = "bowls-";
+#endif
+
 TEST(Golden, BowlsInAllViewsWithHandles) {
   for (std::size_t mode = 0; mode < kViewNames.size(); ++mode) {
     ShapeView view;  // a new one each time: frames move the random sequence on
@@ -46,8 +53,7 @@ TEST(Golden, BowlsInAllViewsWithHandles) {
     view.setViewMode(static_cast<ViewMode>(mode));
     view.SelectModifier(ModifierKind::ShapeRotate);
     view.setSize(320, 240);
-    EXPECT_TRUE(
-        matchesGolden(view.drawFrame(), 320, 240, std::string("bowls-") + kViewNames[mode]));
+    EXPECT_TRUE(matchesGolden(view.drawFrame(), 320, 240, std::string(kBowls) + kViewNames[mode]));
   }
 }
 

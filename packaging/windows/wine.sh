@@ -9,13 +9,6 @@ begin_wine() {
   export HOME=$1/home WINEPREFIX=$1/wine WINEARCH=win64 WINEDEBUG=-all
   export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
   mkdir -p "$HOME"
-<<<<<<< HEAD
-  "$wine" wineboot --init >/dev/null 2>&1
-}
-
-# Ends everything that still runs in it; the caller deletes the folder.
-end_wine() { "$wineserver" --kill 2>/dev/null || true; }
-=======
   wine_begun=yes
   "$wine" wineboot --init >/dev/null 2>&1
 }
@@ -25,4 +18,3 @@ end_wine() { "$wineserver" --kill 2>/dev/null || true; }
 end_wine() {
   [ -z "${wine_begun:-}" ] || "$wineserver" --kill 2>/dev/null || true
 }
->>>>>>> 5c7581d262f6e60d02f20a7c81a96679531d4fbf

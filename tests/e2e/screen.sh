@@ -16,7 +16,7 @@ leave() {
   for pid in "${children[@]}"; do kill "$pid" 2>/dev/null || true; done
   settle
   wait 2>/dev/null || true
-  if [ "$status" -ne 0 ]; then sed 's/^/designer: /' "$work"/log >&2 || true; fi
+  if [ "$status" -ne 0 ]; then sed 's/^/designer: /' "$work"/log 2>/dev/null >&2 || true; fi
   rm -rf "$work"
 }
 trap leave EXIT

@@ -14,6 +14,7 @@ pictures=$(realpath -m "${3:-$(mktemp -d)}")
 mkdir -p "$pictures"
 echo "pictures: $pictures" >&2
 export LC_ALL=C.UTF-8  # in which names reach the program
+export TMPDIR=$work            # where Wine leaves a folder behind
 patience=40
 settle() { end_wine; }
 open_screen 2048x1536
@@ -28,25 +29,29 @@ launch() { exec "$wine" "$tree"/bin/particle-vortex.exe "$@"; }
 shot() { import -window "$window" "$pictures/$1.png"; }
 
 key='HKCU\Software\Amberly\kaleido\UI'
-settings() { "$wine" reg query "$key" 2>/dev/null | tr -d '\r'; }
+settings() {
+  rm -f "$work"/settings.reg
+  "$wine" reg export "$key" "$work"/settings.reg /y >/dev/null 2>&1 || return 0
+  iconv -f UTF-16 -t UTF-8 "$work"/settings.reg | tr -d '\r'
+}
 set_value() { "$wine" reg add "$key" /v "$1" /t "$2" /d "$3" /f >/dev/null 2>&1; }  # NAME TYPE DATA
-is_kept() { settings | grep -Eq "^ +$1 +$2\$" || fail "not kept: $1 $2 in: $(settings)"; }
-colour() { import -window "$window" -crop "1x1+$1+$2" +repage -depth 8 txt:- | grep -o '#[0-9A-F]*'; }
+is_kept() { settings | grep -Eqx "\"$1\"=\"$2\"" || fail "not kept: $1 $2 in: $(settings)"; }  # NAME TEXT
+colour() { import -window "$window" -crop "1x1+$1+$2" +repage -depth 8 txt:- | grep -om1 '#[0-9A-F]\{6\}'; }
 is_coloured() { [ "$(colour "$2" "$3")" = "$1" ] || fail "$(colour "$2" "$3") at $2, $3 instead of $1"; }
 rm -r "$tree"/vortex  # an empty library
 shapes=$tree/vortex/shapes
 
 # --- an empty profile, then values of the right type and of wrong ones -----------------
-! settings | grep -q REG_ || fail "the registry is not empty"
+! settings | grep -q = || fail "the registry is not empty"
 start
 [ -d "$tree"/vortex/paths/tagdb ] || fail "the libraries have no folders"
 shot fresh
 is_coloured '#323232' 2 400
 end_designer
 for name in Shape:shpe Path:path Particle:part; do
-  is_kept "Core${name%:*}Filename" "REG_SZ +${name#*:}"
+  is_kept "Core${name%:*}Filename" "${name#*:}"
 done
-is_kept DesignerWindow 'REG_SZ +[0-9]+ [0-9]+ 924 683 0'
+is_kept DesignerWindow '[0-9]+ [0-9]+ 924 683 0'
 
 set_value DlgColour REG_DWORD 0x203050  # red lowest
 set_value SelectedColour REG_SZ 65280
@@ -57,9 +62,9 @@ start
 is_coloured '#503020' 2 400
 shot colours
 end_designer
-is_kept CoreShapeFilename 'REG_SZ +shpe'
-is_kept CorePathFilename 'REG_SZ +Größe'
-is_kept SelectedColour 'REG_SZ +65280'
+is_kept CoreShapeFilename 'shpe'
+is_kept CorePathFilename 'Größe'
+is_kept SelectedColour '65280'
 "$wine" reg delete "$key" /f >/dev/null 2>&1
 
 # --- a library that another system made -------------------------------------------------
@@ -81,7 +86,7 @@ await "nothing was loaded" differs "$empty"
 foreign=$(picture)
 shot foreign
 end_designer
-start "$shapes/Größe 形-0000.j3d"  # as the file manager does it
+start 'C:\Show Tools\'"$(basename "$tree")"'\vortex\shapes\Größe 形-0000.j3d'  # as the file manager does it
 [ "$(picture)" = "$foreign" ] || fail "named at start the file looks different"
 end_designer
 
@@ -108,9 +113,9 @@ for tag in round blue; do
   xdotool key Return
 done
 shot save
-click 325 145                     # the two that were typed
+click 398 145                     # the two that were typed
 xdotool keydown ctrl
-click 368 145
+click 432 145
 xdotool keyup ctrl
 press_save
 in_mode Emitter
@@ -118,7 +123,7 @@ saved=$shapes/journey-0000.j3d
 await "no data file" test -s "$saved"
 await "no thumbnail" test -s "$shapes"/thumbs/journey-0000.bmp
 end_designer
-is_kept CoreShapeFilename 'REG_SZ +journey'
+is_kept CoreShapeFilename 'journey'
 [ "$(tr -d '\r' <"$shapes"/tagdb/journey-0000.tdb | sort | xargs)" = "blue round" ] || fail "the file's tags"
 for tag in round blue; do
   [ "$(cat "$shapes/tags/$tag.tag")" = $'journey-0000\r' ] || fail "the links of $tag"
@@ -162,16 +167,53 @@ await "the window is not active" active "$window"
 xdotool windowmove "$window" 160 150 windowsize "$window" 980 690
 await "the size stays" sh -c "xdotool getwindowgeometry $window | grep -q 980x690"
 sleep 1
+disown "$designer"  # ended by the system, which is nothing to report
 timeout 60 "$wine" wineboot --end-session >/dev/null 2>&1 || fail "the session does not end"
 await "the program outlives the session" gone "$designer"
-is_kept DesignerWindow 'REG_SZ +[0-9]+ [0-9]+ 980 690 0'
+is_kept DesignerWindow '[0-9]+ [0-9]+ 980 690 0'
+
 
 # --- sharp screens ------------------------------------------------------------------------
-"$wine" reg delete "$key" /v DesignerWindow /f >/dev/null 2>&1
-for scale in 1.5 2; do
-  export QT_SCALE_FACTOR=$scale
-  start "$saved"
-  shot "scale-$scale"
+for dpi in 144 192; do
+  "$wine" reg delete "$key" /v DesignerWindow /f >/dev/null 2>&1
+  "$wine" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d $dpi /f >/dev/null 2>&1
+  end_wine  # read when Windows starts
+  start "$saved"  # a path with slashes
+  xdotool getwindowgeometry "$window" | grep -q "Geometry: $((924 * dpi / 96))x" ||
+    fail "at $dpi dots an inch: $(place)"
+  shot "dpi-$dpi"
   end_designer
-  unset QT_SCALE_FACTOR
 done
+"$wine" reg delete 'HKCU\Control Panel\Desktop' /v LogPixels /f >/dev/null 2>&1
+"$wine" reg delete "$key" /v DesignerWindow /f >/dev/null 2>&1
+end_wine
+
+# --- a program folder that cannot be written ----------------------------------------------
+guest=()
+if [ "$(id -u)" -eq 0 ]; then  # to whom no folder is closed
+  chmod 755 "$work"
+  rm "$WINEPREFIX"/wineserver  # where the former user's is found
+  chown -R nobody "$work"
+  chown -R root "$tree"
+  guest=(setpriv --reuid nobody --regid nogroup --clear-groups)
+fi
+chmod -R a-w "$tree"
+settle() { "${guest[@]}" "$wineserver" --kill 2>/dev/null || true; }
+launch() { exec "${guest[@]}" "$wine" "$tree"/bin/particle-vortex.exe "$@"; }
+contents() { (cd "$tree" && find . -type f -exec sha256sum {} + | sort); }
+before=$(contents)
+start
+changing click 144 65
+made=$(picture)
+xdotool key ctrl+s
+in_mode "Emitter-Save Shape"
+press_save
+told() { xdotool search --onlyvisible --class particle-vortex | grep -vx "$window"; }
+await "no box tells that the thumbnail is missing" told
+import -window root -trim "$pictures/read-only.png"
+xdotool key Return
+in_mode Emitter
+shot kept
+await "the shape is lost" same
+end_designer
+[ "$(contents)" = "$before" ] || fail "a file was changed"

@@ -24,6 +24,7 @@
 
 #include "app/application_folder.h"
 #include "app/page_strip_model.h"
+#include "app/ui/messages.h"
 #include "app/ui/quiet_page.h"
 #include "app/ui/window_place.h"
 #include "app/ui/window_style.h"
@@ -186,6 +187,7 @@ void MainDialogTest::initTestCase() {
 
 void MainDialogTest::init() {
   root_ = std::make_unique<QTemporaryDir>();
+  store_.reset();  // one at a time is in force
   store_ = std::make_unique<RegistryStore>();
   makeLibraryFolders(applicationFolderAt(pathOf(root_->path())));
   open();
@@ -587,6 +589,11 @@ void MainDialogTest::droppedFileOpens() {
   for (const auto* field : dialog_->findChildren<QLineEdit*>()) {
     QVERIFY(!field->acceptDrops());
   }
+#ifdef _WIN32
+  QMimeData remote;
+  remote.setUrls({QUrl("file://server/share%20a/ball.j3d"), QUrl("file:///C:/ball.j3d")});
+  QCOMPARE(draggedFile(remote, ".j3d").native(), L"\\\\server\\share a\\ball.j3d");
+#endif
 }
 
 void MainDialogTest::settingsComeBackAsTexts() {
@@ -679,10 +686,12 @@ void MainDialogTest::programEndsWithAReason() {
   QCOMPARE(run({"--version"}, "").first, 0);
   QCOMPARE(run({"--root", "/no/such/folder"}, "").first, 64);
   QCOMPARE(run({"--nonsense"}, "").first, 64);
+#ifndef _WIN32  // which always has a display, and tells of a missing plug-in in a box
   const auto [ended, reason] = run({}, "");
   QVERIFY(ended == 1 && reason.contains("display"));
   const auto [failed, why] = run({}, "nonsense");
   QVERIFY(failed == 1 && why.contains("no window can be opened"));
+#endif
 }
 
 }  // namespace pv

@@ -31,6 +31,7 @@ std::variant<Arguments, int> parseArguments(std::vector<std::string> words) {
   std::string file;
   std::string root;
   CLI::App app("Designs emitter shapes for particle effects.", "particle-vortex");
+  app.allow_windows_style_options(false);  // "//server/share" is a folder
   app.add_option("FILE", file, "Shape (.j3d) or path (.j2d) to open");
   app.add_option("--root", root, "Application folder to work in")
       ->type_name("DIR")

@@ -44,7 +44,7 @@ else
   failed=$((failed + 1))
 fi
 # "51 passed, 0 failed"
-if read -r fine _ broken _ < <(packaging/windows/check-installer); then
+if read -r fine _ broken _ < <(packaging/windows/check-installer | tail -n 1); then
   passed=$((passed + fine)) failed=$((failed + broken))
 else
   failed=$((failed + 1))

@@ -102,8 +102,13 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
   placeWindow(*this, readSetting(registry_, kWindowPlaceValue, ""), desk_->minimumSize());
 }
 
+// What the parts still say while they are taken down, as the path editor does, would
+// reach a dialog that is gone already.
 MainDialog::~MainDialog() {
   writeSettings();
+  for (const QObject* part : findChildren<QObject*>()) {
+    disconnect(part, nullptr, this, nullptr);
+  }
 }
 
 void MainDialog::writeSettings() {

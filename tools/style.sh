@@ -19,11 +19,11 @@ for file in "${sources[@]}"; do
 done
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-skipped='_windows|/ui/'
+skipped='_windows|windows_|/ui/'
 checks=-clang-analyzer-*
 size=8
 if [ "${1:-}" = --all ]; then
-  skipped=_windows
+  skipped='_windows|windows_'
   checks=
   size=1
 fi

@@ -10,6 +10,7 @@ namespace pv {
 class ParentConsole {
  public:
   ParentConsole();
+  // NOLINTNEXTLINE(performance-trivially-destructible): not on every system.
   ~ParentConsole();
   ParentConsole(const ParentConsole&) = delete;
   ParentConsole& operator=(const ParentConsole&) = delete;
@@ -17,7 +18,7 @@ class ParentConsole {
   ParentConsole& operator=(ParentConsole&&) = delete;
 
  private:
-  unsigned formerCodePage_ = 0;  ///< 0 when not attached
+  [[maybe_unused]] unsigned formerCodePage_ = 0;  ///< 0 when not attached
 };
 
 }  // namespace pv

@@ -24,6 +24,11 @@ log=$work/log
 open_screen 2560x1700
 export TMPDIR=$work  # where Wine leaves a folder behind
 begin_wine "$work"
+# What runs beside all programs there is to outlive the first of them, whose output it
+# would hold on to.
+end_wine
+"$wineserver" --persistent
+"$wine" wineboot >/dev/null 2>&1
 # Where the test programs find the toolkit's and the compiler's libraries.
 libraries=("$PV_WINDOWS_QT"/bin)
 for library in libgcc_s_seh-1.dll libwinpthread-1.dll; do

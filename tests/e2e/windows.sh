@@ -80,14 +80,17 @@ click 45 335                      # the only tag
 click 358 90                      # the only file
 sleep 1
 shot load-foreign
+browser=$(picture)
 press_load
 in_mode Emitter
+await "the browser stays" differs "$browser"
 await "nothing was loaded" differs "$empty"
 foreign=$(picture)
 shot foreign
 end_designer
 start 'C:\Show Tools\'"$(basename "$tree")"'\vortex\shapes\Größe 形-0000.j3d'  # as the file manager does it
-[ "$(picture)" = "$foreign" ] || fail "named at start the file looks different"
+is_foreign() { [ "$(picture)" = "$foreign" ]; }
+await "named at start the file looks different" is_foreign
 end_designer
 
 # --- a sphere, twisted by its handle and filed ------------------------------------------

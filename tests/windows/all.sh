@@ -24,11 +24,10 @@ log=$work/log
 open_screen 2560x1700
 export TMPDIR=$work  # where Wine leaves a folder behind
 begin_wine "$work"
-# What runs beside all programs there is to outlive the first of them, whose output it
-# would hold on to.
-end_wine
-"$wineserver" --persistent
-"$wine" wineboot >/dev/null 2>&1
+# One program that stays, or what runs beside them all would come and go with each, and
+# hold on to its output meanwhile.
+sleep infinity > >("$wine" cmd >/dev/null 2>&1) &
+children+=($!)
 # Where the test programs find the toolkit's and the compiler's libraries.
 libraries=("$PV_WINDOWS_QT"/bin)
 for library in libgcc_s_seh-1.dll libwinpthread-1.dll; do

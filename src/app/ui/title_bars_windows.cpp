@@ -1,5 +1,9 @@
+#ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX  // as the toolkit's headers bring it with some compilers
 #define NOMINMAX
+#endif
 #include <dwmapi.h>
 #include <windows.h>
 

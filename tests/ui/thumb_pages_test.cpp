@@ -277,7 +277,8 @@ void ThumbPagesTest::onlyWhatIsSeenIsRead() {
   const LibraryFixture<CRightLoadTab> fixture(Names{});
   create_directories(fixture.shapes / "thumbs");
   for (int i = 0; i < 10000; ++i) {
-    std::ofstream(fixture.shapes / ("n" + std::to_string(10000 + i) + ".j3d"));
+    const auto name = std::string("n").append(std::to_string(10000 + i)).append(".j3d");
+    std::ofstream file(fixture.shapes / name);
   }
   ThumbListWidget& widget = fixture.widget();
   const QSignalSpy progress(&widget, &ThumbListWidget::progress);

@@ -60,7 +60,7 @@ void ShapeColumns::update(const Source& source, const ModifierTable& values,
     shapeFirstInstance(share);
   }
   if (isStored && copies > 0 && patches_.empty()) {
-    boxPatches(share);
+    hullPatches(share);
   }
 }
 
@@ -103,14 +103,14 @@ void ShapeColumns::shapeStretch(Workplace& workplace, std::size_t column, std::s
   }
 }
 
-void ShapeColumns::boxPatches(WorkShare& share) {
+void ShapeColumns::hullPatches(WorkShare& share) {
   constexpr std::size_t kWorthIt = 4096;  // vertices; fewer are drawn as quickly as tested
   if (instances_ == 0 || rows_ * columns_ < kWorthIt || !patches_.prepare(rows_, columns_)) {
     return;
   }
-  const std::size_t groups = (columns_ + PatchBoxes::kColumns - 1) / PatchBoxes::kColumns;
+  const std::size_t groups = (columns_ + PatchHulls::kColumns - 1) / PatchHulls::kColumns;
   share.run(groups, [&](std::size_t group, unsigned) {
-    patches_.fill(shaped_, group * PatchBoxes::kColumns);
+    patches_.fill(shaped_, group * PatchHulls::kColumns);
   });
 }
 

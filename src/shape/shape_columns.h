@@ -6,7 +6,7 @@
 
 #include "shape/duplicates.h"
 #include "shape/modifiers.h"
-#include "shape/patch_boxes.h"
+#include "shape/patch_hulls.h"
 #include "shape/random_directions.h"
 #include "shape/sections.h"
 #include "shape/shape_mesh.h"
@@ -58,14 +58,14 @@ class ShapeColumns {
   [[nodiscard]] ColumnVertices vertices(std::size_t instance, std::size_t column, std::size_t first,
                                         std::size_t count, Workplace& workplace) const;
 
-  /// Boxes around the stored vertices, there when several copies share them.
-  [[nodiscard]] const PatchBoxes& patches() const { return patches_; }
-  /// What stored vertices, and their boxes, still go through in an instance.
+  /// Patches of the stored vertices, there when several copies share them.
+  [[nodiscard]] const PatchHulls& patches() const { return patches_; }
+  /// What stored vertices, and their patches, still go through in an instance.
   [[nodiscard]] std::span<const InstanceTransform> transforms(std::size_t instance) const;
 
  private:
   void shapeFirstInstance(WorkShare& share);
-  void boxPatches(WorkShare& share);
+  void hullPatches(WorkShare& share);
   void shapeStretch(Workplace& workplace, std::size_t column, std::size_t first,
                     std::size_t count) const;
   void deform(Workplace& workplace, std::size_t firstDirection, std::size_t count) const;
@@ -85,7 +85,7 @@ class ShapeColumns {
   std::array<std::array<InstanceTransform, 2>, kMaxDuplicateCopies + 1> copies_;
   /// The first instance as far as all copies share it; columns of whole chunks.
   VectorStreams shaped_;
-  PatchBoxes patches_;
+  PatchHulls patches_;
 };
 
 /// Where one thread makes vertices, of one instance after the other and column by

@@ -1,7 +1,7 @@
-// Boxes around patches, carried through the same transforms as their vertices.
-// Every step keeps a middle and half a size for each axis, and adds what rounding
-// may change in a vertex and in the middle itself: fewer than 8 roundings each, of
-// 2^-24 of the sum of the terms' sizes at most.
+// Where patches can come to lie. A vertex is no further from a point between its
+// patch's corners than the patch's reach; a projection takes what lies between
+// points to what lies between their pixels. So a patch stays between its corners'
+// pixels, and as far around as its reach looks at its nearest corner's depth.
 #include "view3d/hidden_patches.h"
 
 #include <algorithm>
@@ -24,7 +24,18 @@ namespace pv {
 
 constexpr std::size_t kMostPatches = 32;
 
-/// Pixels from low to high, both included; none when high is below low.
+/// Corners before the eye.
+struct alignas(64) PatchEdge {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
+  PatchEdge() {}
+
+  static constexpr std::size_t kRoom = kMostPatches + VertexBlock::kStep;
+  float across[kRoom];
+  float up[kRoom];
+  float depth[kRoom];
+};
+
+/// Pixels from low to high, both included; from -1 when they are not known.
 struct alignas(64) PatchAreas {
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
   PatchAreas() {}
@@ -44,110 +55,102 @@ namespace pv::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
 using Ints = hn::RebindToSigned<Floats>;
+using Axis = HiddenPatches::Axis;
 
-constexpr float kRounding = 0x1p-19F;  // far above 16 * 2^-24
-
+/// Of four corners.
 struct Span {
-  F middle;
-  F half;
-
-  [[nodiscard]] HWY_INLINE F low() const { return hn::Sub(middle, half); }
-  [[nodiscard]] HWY_INLINE F high() const { return hn::Add(middle, half); }
+  F low;
+  F high;
 };
 
-struct Box {
-  Span x;
-  Span y;
-  Span z;
-};
-
-HWY_INLINE Span column(const Box& b, const Matrix4& t, std::size_t c, float move) {
-  const F mx = constant(t.m[0][c]);
-  const F my = constant(t.m[1][c]);
-  const F mz = constant(t.m[2][c]);
-  const F offset = constant(t.m[3][c] + move);
-  const F ax = hn::Abs(mx);
-  const F ay = hn::Abs(my);
-  const F az = hn::Abs(mz);
-  const F middle = hn::Add(dot(b.x.middle, b.y.middle, b.z.middle, mx, my, mz), offset);
-  const F half = dot(b.x.half, b.y.half, b.z.half, ax, ay, az);
-  const F size =
-      hn::Add(dot(hn::Abs(b.x.middle), hn::Abs(b.y.middle), hn::Abs(b.z.middle), ax, ay, az),
-              hn::Add(half, constant(std::abs(t.m[3][c]) + std::abs(move))));
-  return {middle, hn::Add(half, hn::Mul(size, constant(kRounding)))};
+HWY_INLINE F along(const Axis& axis, F x, F y, F z) {
+  const auto& f = axis.factors;
+  return hn::Add(dot(x, y, z, constant(f[0]), constant(f[1]), constant(f[2])), constant(f[3]));
 }
 
-HWY_INLINE Box transformed(const Box& b, const Matrix4& t, const Vec3& move) {
-  return {column(b, t, 0, move.x), column(b, t, 1, move.y), column(b, t, 2, move.z)};
+/// How far a vertex may be, along an axis, from a point between the corners.
+HWY_INLINE F slack(const Axis& axis, F reach, F size) {
+  return hn::Add(hn::Add(hn::Mul(reach, constant(axis.stretch)),
+                         hn::Mul(size, constant(axis.roundingPerSize))),
+                 constant(axis.rounding));
 }
 
-/// Least and greatest value of scale * v / depth for depths above zero.
-HWY_INLINE Span shares(const Span& v, const Span& depth, float scale) {
-  const F zero = hn::Zero(Floats());
-  const F nearest = hn::Div(constant(scale), depth.low());
-  const F furthest = hn::Div(constant(scale), depth.high());
-  const F low = v.low();
-  const F high = v.high();
-  const F least = hn::Mul(low, hn::IfThenElse(hn::Lt(low, zero), nearest, furthest));
-  const F most = hn::Mul(high, hn::IfThenElse(hn::Gt(high, zero), nearest, furthest));
-  const F half = constant(0.5F);
-  return {hn::Mul(hn::Add(least, most), half), hn::Mul(hn::Sub(most, least), half)};
+HWY_INLINE Span around(const float* left, const float* right) {
+  const Floats d;
+  const F a = hn::Load(d, left);
+  const F b = hn::LoadU(d, left + 1);
+  const F e = hn::Load(d, right);
+  const F f = hn::LoadU(d, right + 1);
+  return {hn::Min(hn::Min(a, b), hn::Min(e, f)), hn::Max(hn::Max(a, b), hn::Max(e, f))};
 }
 
-/// Pixels of distances from the middle of the canvas, with one more to each side
-/// for what rounding and truncation may change in values below 2^15. Values that
-/// are larger, or no numbers, give an area off the canvas.
-HWY_INLINE void storePixels(const Span& span, hn::Mask<Floats> valid, std::int32_t centre,
-                            bool downward, std::int32_t* low, std::int32_t* high) {
+void projectCorners(const PatchHulls::Corners& from, std::size_t first, std::size_t count,
+                    const std::array<Axis, 3>& axes, PatchEdge& edge) {
+  const Floats d;
+  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+    const F x = hn::LoadU(d, from.x + first + i);
+    const F y = hn::LoadU(d, from.y + first + i);
+    const F z = hn::LoadU(d, from.z + first + i);
+    const F depth = along(axes[2], x, y, z);
+    hn::Store(hn::Div(along(axes[0], x, y, z), depth), d, edge.across + i);
+    hn::Store(hn::Div(along(axes[1], x, y, z), depth), d, edge.up + i);
+    hn::Store(depth, d, edge.depth + i);
+  }
+}
+
+/// Pixels of distances from the middle of the canvas. Truncation keeps the order
+/// of numbers, and what rounding may change in those below 2^13 is much less than
+/// what is added here. Others, or what is no number, count as not known.
+HWY_INLINE void storePixels(const Span& span, F margin, float scale, std::int32_t centre,
+                            bool downward, hn::Mask<Floats> valid, std::int32_t* low,
+                            std::int32_t* high) {
   const Ints d;
-  const F reach = constant(32768.0F);
-  const F least = span.low();
-  const F most = span.high();
+  const F limit = constant(8192.0F);
+  const F rounding = constant(1.0F / 64.0F);
+  const F factor = constant(scale);
+  const F least = hn::Sub(hn::Mul(hn::Sub(span.low, margin), factor), rounding);
+  const F most = hn::Add(hn::Mul(hn::Add(span.high, margin), factor), rounding);
   const auto isPlain =
-      hn::And(valid, hn::And(hn::Lt(hn::Abs(least), reach), hn::Lt(hn::Abs(most), reach)));
+      hn::And(valid, hn::And(hn::Lt(hn::Abs(least), limit), hn::Lt(hn::Abs(most), limit)));
   const auto use = hn::RebindMask(d, isPlain);
   const auto from = hn::ConvertTo(d, hn::IfThenElseZero(isPlain, least));
   const auto to = hn::ConvertTo(d, hn::IfThenElseZero(isPlain, most));
   const auto c = hn::Set(d, centre);
-  const auto one = hn::Set(d, 1);
-  const auto first = hn::Sub(downward ? hn::Sub(c, to) : hn::Add(c, from), one);
-  const auto last = hn::Add(downward ? hn::Sub(c, from) : hn::Add(c, to), one);
+  const auto first = downward ? hn::Sub(c, to) : hn::Add(c, from);
+  const auto last = downward ? hn::Sub(c, from) : hn::Add(c, to);
   hn::Store(hn::IfThenElse(use, first, hn::Set(d, -1)), d, low);
   hn::Store(hn::IfThenElseZero(use, last), d, high);
 }
 
-void patchAreas(const PatchBoxes::Group& group, std::size_t first, std::size_t chunks,
-                std::span<const InstanceTransform> transforms, const PixelMap& map,
-                PatchAreas& areas) {
+// With a slack of a across and b in depth, (x + a) / (z - b) is at most
+// (a + b |x / z|) / (z - b) away from x / z.
+void patchAreas(const HiddenPatches& patches, const PatchHulls::Group& group, std::size_t first,
+                std::size_t chunks, PatchAreas& areas) {
   const Floats d;
+  const std::array<Axis, 3>& axes = patches.axes();
+  const PixelMap& map = patches.map();
   const ViewMode mode = map.projection.mode;
-  const PixelPoint centre = map.projection.centre;
+  PatchEdge left;
+  PatchEdge right;
+  projectCorners(group.left, first, chunks + 1, axes, left);
+  projectCorners(group.right, first, chunks + 1, axes, right);
   for (std::size_t i = 0; i < chunks; i += hn::Lanes(d)) {
-    const auto span = [&](std::size_t axis) HWY_ATTR {
-      return Span{hn::Load(d, group.middle[axis] + first + i),
-                  hn::Load(d, group.half[axis] + first + i)};
+    const F reach = hn::LoadU(d, group.reach + first + i);
+    const F size = hn::LoadU(d, group.size + first + i);
+    const F depthSlack = slack(axes[2], reach, size);
+    const F nearest = hn::Sub(around(left.depth + i, right.depth + i).low, depthSlack);
+    const auto isBefore = hn::Gt(nearest, constant(0x1p-6F));
+    const auto margin = [&](const Span& span, const Axis& axis) HWY_ATTR {
+      const F furthest = hn::Max(hn::Abs(span.low), hn::Abs(span.high));
+      return hn::Div(hn::Add(slack(axis, reach, size), hn::Mul(depthSlack, furthest)), nearest);
     };
-    Box box{span(0), span(1), span(2)};
-    for (const InstanceTransform& transform : transforms) {
-      box = transformed(box, transform.matrix, transform.offset);
-    }
-    if (mode == ViewMode::Perspective) {
-      box = transformed(box, map.projection.view, {});
-      const auto isBefore = hn::Gt(box.z.low(), constant(0x1p-6F));
-      storePixels(shares(box.x, box.z, map.scaleX), isBefore, centre.x, true, areas.lowX + i,
-                  areas.highX + i);
-      storePixels(shares(box.y, box.z, map.scaleY), isBefore, centre.y, false, areas.lowY + i,
-                  areas.highY + i);
-    } else {
-      const auto scaled = [](const Span& s, float scale) HWY_ATTR {
-        return Span{hn::Mul(s.middle, constant(scale)), hn::Mul(s.half, constant(scale))};
-      };
-      const auto any = hn::Eq(box.x.half, box.x.half);
-      storePixels(scaled(mode == ViewMode::Side ? box.z : box.x, map.scaleX), any, centre.x, false,
-                  areas.lowX + i, areas.highX + i);
-      storePixels(scaled(mode == ViewMode::Top ? box.z : box.y, map.scaleY), any, centre.y,
-                  mode == ViewMode::Top, areas.lowY + i, areas.highY + i);
-    }
+    const Span across = around(left.across + i, right.across + i);
+    const Span up = around(left.up + i, right.up + i);
+    const bool isDeep = mode == ViewMode::Perspective;
+    storePixels(across, margin(across, axes[0]), map.scaleX, map.projection.centre.x, isDeep,
+                isBefore, areas.lowX + i, areas.highX + i);
+    storePixels(up, margin(up, axes[1]), map.scaleY, map.projection.centre.y,
+                mode == ViewMode::Top, isBefore, areas.lowY + i, areas.highY + i);
   }
 }
 
@@ -173,12 +176,12 @@ HWY_INLINE bool isAllLit(const std::uint8_t* corner, std::int32_t width, std::si
   return true;
 }
 
-std::uint32_t visible(const PatchBoxes::Group& group, std::size_t first, std::size_t chunks,
-                      std::span<const InstanceTransform> transforms, const PixelMap& map,
-                      const std::uint8_t* lit) {
+std::uint32_t visible(const HiddenPatches& patches, const PatchHulls::Group& group,
+                      std::size_t first, std::size_t chunks, const std::uint8_t* lit) {
   constexpr std::int32_t kMost = 128;  // pixels a side: what is larger is rarely hidden
+  const PixelMap& map = patches.map();
   PatchAreas areas;
-  patchAreas(group, first, chunks, transforms, map, areas);
+  patchAreas(patches, group, first, chunks, areas);
   std::uint32_t result = 0;
   for (std::size_t i = 0; i < chunks; ++i) {
     const std::int32_t x = areas.lowX[i];
@@ -206,10 +209,77 @@ namespace pv {
 
 HWY_EXPORT(visible);
 
-std::uint32_t visiblePatches(const PatchBoxes::Group& group, std::size_t firstChunk,
-                             std::size_t chunks, std::span<const InstanceTransform> transforms,
-                             const PixelMap& map, const std::uint8_t* lit) {
-  return HWY_DYNAMIC_DISPATCH(visible)(group, firstChunk, chunks, transforms, map, lit);
+namespace {
+
+// Each vertex goes the way matrix by matrix, with fewer than 8 roundings of 2^-24
+// of the terms' sizes in each, and the way in one step has as many.
+constexpr double kRounding = 0x1p-17;
+
+/// What a point (x, y, z, 1) is multiplied with to get one coordinate, and the same
+/// of its terms' sizes.
+struct Way {
+  std::array<double, 4> factors{};
+  std::array<double, 4> sizes{};
+};
+
+/// One coordinate after a matrix and a move, as one before them.
+Way before(const Way& way, const Matrix4& matrix, const Vec3& move) {
+  const std::array<double, 4> moves{move.x, move.y, move.z, 0.0};
+  Way result;
+  for (std::size_t row = 0; row < 4; ++row) {
+    for (std::size_t c = 0; c < 3; ++c) {
+      const double factor = matrix.m[row][c];
+      const double more = row == 3 ? moves[c] : 0.0;
+      result.factors[row] += (factor + more) * way.factors[c];
+      result.sizes[row] += (std::abs(factor) + std::abs(more)) * way.sizes[c];
+    }
+  }
+  result.factors[3] += way.factors[3];
+  result.sizes[3] += way.sizes[3];
+  return result;
+}
+
+/// A coordinate itself, 3 being the 1 behind the others.
+Way only(std::size_t coordinate) {
+  Way way;
+  way.factors.at(coordinate) = 1.0;
+  way.sizes = way.factors;
+  return way;
+}
+
+HiddenPatches::Axis axisOf(const Way& way) {
+  HiddenPatches::Axis axis;
+  std::transform(way.factors.begin(), way.factors.end(), axis.factors.begin(),
+                 [](double factor) { return static_cast<float>(factor); });
+  const auto [x, y, z, one] = way.sizes;
+  axis.stretch =
+      static_cast<float>(std::hypot(way.factors[0], way.factors[1], way.factors[2]) * 1.0001);
+  axis.rounding = static_cast<float>(one * kRounding);
+  axis.roundingPerSize = static_cast<float>(std::max({x, y, z}) * kRounding);
+  return axis;
+}
+
+}  // namespace
+
+HiddenPatches::HiddenPatches(std::span<const InstanceTransform> transforms, const PixelMap& map)
+    : map_(map) {
+  const ViewMode mode = map.projection.mode;
+  std::array<Way, 3> ways{only(mode == ViewMode::Side ? 2 : 0), only(mode == ViewMode::Top ? 2 : 1),
+                          only(mode == ViewMode::Perspective ? 2 : 3)};
+  for (std::size_t i = 0; i < ways.size(); ++i) {
+    if (mode == ViewMode::Perspective) {
+      ways[i] = before(ways[i], map.projection.view, {});
+    }
+    for (std::size_t step = transforms.size(); step-- > 0;) {
+      ways[i] = before(ways[i], transforms[step].matrix, transforms[step].offset);
+    }
+    axes_[i] = axisOf(ways[i]);
+  }
+}
+
+std::uint32_t HiddenPatches::visible(const PatchHulls::Group& group, std::size_t firstChunk,
+                                     std::size_t chunks, const std::uint8_t* lit) const {
+  return HWY_DYNAMIC_DISPATCH(visible)(*this, group, firstChunk, chunks, lit);
 }
 
 }  // namespace pv

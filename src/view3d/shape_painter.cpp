@@ -86,7 +86,7 @@ class Rounds {
   // Each piece projects two columns more than it draws; with few pieces a thread
   // may have to wait for the last one.
   static constexpr std::size_t kColumns = 48;
-  static_assert(kColumns / 2 % PatchBoxes::kColumns == 0);
+  static_assert(kColumns / 2 % PatchHulls::kColumns == 0);
 
   std::size_t rows_;
   std::size_t columns_;

@@ -10,19 +10,19 @@ namespace pv {
 void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) {
   strip_ = strip;
   loadedChunks_ = 0;
-  const PatchBoxes& patches = shape_.patches();
+  const PatchHulls& patches = shape_.patches();
   if (patches.empty() || strip.instance == 0) {
     drawGroup(strip.chunks(), begin, end);
     lightListed(target_, lists_);
     return;
   }
-  for (std::size_t c = begin; c < end; c += PatchBoxes::kColumns) {
-    const std::size_t chunks = VertexBlock::padded(strip.count) / VertexBlock::kStep;
+  const HiddenPatches hidden(shape_.transforms(strip.instance), map_);
+  const std::size_t chunks = VertexBlock::padded(strip.count) / VertexBlock::kStep;
+  for (std::size_t c = begin; c < end; c += PatchHulls::kColumns) {
     const std::uint32_t visible =
-        visiblePatches(patches.group(c), strip.first / VertexBlock::kStep, chunks,
-                       shape_.transforms(strip.instance), map_, target_.lit);
+        hidden.visible(patches.group(c), strip.first / VertexBlock::kStep, chunks, target_.lit);
     if (visible != 0) {
-      drawGroup(visible, c, std::min(c + PatchBoxes::kColumns, end));
+      drawGroup(visible, c, std::min(c + PatchHulls::kColumns, end));
     }
   }
   lightListed(target_, lists_);

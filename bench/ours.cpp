@@ -71,7 +71,8 @@ void OurDirections::draw() {
   constexpr std::size_t kRound = 32 * VertexBlock::kCapacity;
   directions_.take(random_, count_);
   share_.run((count_ + kRound - 1) / kRound, [this](std::size_t round, unsigned) {
-    RandomDirections::Reader reader(directions_);
+    RandomDirections::Reader reader;
+    reader.begin(directions_);
     VertexBlock block;
     const std::size_t end = std::min(count_, (round + 1) * kRound);
     for (std::size_t first = round * kRound; first < end; first += VertexBlock::kCapacity) {

@@ -61,8 +61,7 @@ HWY_INLINE Turns<V> reducedSinCos(D d, V x) {
   const auto quadrant = hn::BitCast(words, rounded);
   const auto one = hn::Set(words, 1);
   const auto two = hn::Set(words, 2);
-  const auto swapped =
-      hn::MaskFromVec(hn::BitCast(d, hn::VecFromMask(words, hn::TestBit(quadrant, one))));
+  const auto swapped = hn::RebindMask(d, hn::TestBit(quadrant, one));
   const auto sineSign = hn::ShiftLeft<62>(hn::And(quadrant, two));
   const auto cosineSign = hn::ShiftLeft<62>(hn::And(hn::Add(quadrant, one), two));
   return {hn::Xor(hn::IfThenElse(swapped, c, s), hn::BitCast(d, sineSign)),

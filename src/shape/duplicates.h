@@ -21,11 +21,12 @@ struct DuplicateStep {
 [[nodiscard]] DuplicateStep duplicateStep(const EmitterSettings& emitter,
                                           const DuplicateSettings& duplicates);
 
-/// Scale, rotation and offset of copy k (0 is the shape itself).
+/// Scale and rotation, which leave the origin where it is, then a move.
 struct InstanceTransform {
   Matrix4 matrix;
   Vec3 offset;
 };
+/// That of copy k (0 is the shape itself).
 [[nodiscard]] InstanceTransform instanceTransform(const DuplicateStep& step, std::int32_t k);
 
 /// Appends the copies' base positions and lines to the current slot; nothing

@@ -9,6 +9,7 @@
 #include <hwy/highway.h>
 
 #include "math/leave_vectors-inl.h"
+#include "shape/profile_spread-inl.h"
 #include "shape/vertex_transform-inl.h"
 // clang-format on
 
@@ -24,13 +25,18 @@ HWY_INLINE void spread(const ProfileRow& profile, const Make& make,
                        std::span<const InstanceTransform> then, VertexPlace to) {
   const Floats d;
   const std::size_t steps = then.size();
+  constexpr Matrix4 kNone;
+  const InstanceTransform none{kNone, {}};
+  const InstanceTransform& first = steps > 0 ? then[0] : none;
+  const InstanceTransform& second = steps > 1 ? then[1] : none;
+  const Transform transforms[] = {{first.matrix, first.offset}, {second.matrix, second.offset}};
   for (std::size_t i = 0; i < profile.count; i += hn::Lanes(d)) {
     F x = hn::Load(d, profile.x + i);
     F y = hn::Load(d, profile.y + i);
     F z = hn::Load(d, profile.z + i);
     make(x, y, z);
     for (std::size_t step = 0; step < steps; ++step) {
-      Transform{then[step].matrix, then[step].offset}(x, y, z);
+      transforms[step](x, y, z);
     }
     hn::Store(x, d, to.x + i);
     hn::Store(y, d, to.y + i);
@@ -39,16 +45,20 @@ HWY_INLINE void spread(const ProfileRow& profile, const Make& make,
   leaveVectors();
 }
 
-void move(const ProfileRow& profile, float along, std::span<const InstanceTransform> then,
-          VertexPlace to) {
-  const auto make = [along](F& /*x*/, F& /*y*/, F& z) HWY_ATTR { z = hn::Sub(z, constant(along)); };
-  spread(profile, make, then, to);
+void spreadBy(const ProfileRow& profile, const ProfileSpread& how,
+              std::span<const InstanceTransform> then, VertexPlace to) {
+  if (how.kind == ProfileSpread::Kind::Turn) {
+    spread(profile, Turned{how}, then, to);
+  } else {
+    spread(profile, Moved{how}, then, to);
+  }
 }
 
-void turn(const ProfileRow& profile, const InstanceTransform& by, bool swaps,
+void turn(const ProfileRow& profile, const Matrix4& by, bool swaps,
           std::span<const InstanceTransform> then, VertexPlace to) {
-  const auto make = [&by, swaps](F& x, F& y, F& z) HWY_ATTR {
-    Transform{by.matrix, by.offset}(x, y, z);
+  const Transform turned(by, {});
+  const auto make = [&](F& x, F& y, F& z) HWY_ATTR {
+    turned(x, y, z);
     if (swaps) {
       const F before = x;
       x = z;
@@ -65,15 +75,15 @@ HWY_AFTER_NAMESPACE();
 
 namespace pv {
 
-HWY_EXPORT(move);
+HWY_EXPORT(spreadBy);
 HWY_EXPORT(turn);
 
-void moveProfile(const ProfileRow& profile, float along, std::span<const InstanceTransform> then,
-                 VertexPlace to) {
-  HWY_DYNAMIC_DISPATCH(move)(profile, along, then, to);
+void spreadProfile(const ProfileRow& profile, const ProfileSpread& spread,
+                   std::span<const InstanceTransform> then, VertexPlace to) {
+  HWY_DYNAMIC_DISPATCH(spreadBy)(profile, spread, then, to);
 }
 
-void turnProfile(const ProfileRow& profile, const InstanceTransform& by, bool swaps,
+void turnProfile(const ProfileRow& profile, const Matrix4& by, bool swaps,
                  std::span<const InstanceTransform> then, VertexPlace to) {
   HWY_DYNAMIC_DISPATCH(turn)(profile, by, swaps, then, to);
 }

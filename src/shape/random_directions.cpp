@@ -188,6 +188,14 @@ void repeatLast(std::size_t count, VertexBlock& block) {
 
 }  // namespace
 
+void RandomDirections::Reader::begin(const RandomDirections& from) {
+  from_ = &from;
+  made_ = kNone;
+  if (from.size() > 0 && !group_) {
+    group_ = std::make_unique<Group>();
+  }
+}
+
 void RandomDirections::Reader::read(std::size_t first, std::size_t count, VertexBlock& to) {
   for (std::size_t done = 0; done < count;) {
     const std::size_t vertex = first + done;
@@ -196,9 +204,9 @@ void RandomDirections::Reader::read(std::size_t first, std::size_t count, Vertex
     }
     const std::size_t from = vertex % kGroup;
     const std::size_t part = std::min(count - done, kGroup - from);
-    std::copy_n(group_.x.data() + from, part, to.x + done);
-    std::copy_n(group_.y.data() + from, part, to.y + done);
-    std::copy_n(group_.z.data() + from, part, to.z + done);
+    std::copy_n(group_->x.data() + from, part, to.x + done);
+    std::copy_n(group_->y.data() + from, part, to.y + done);
+    std::copy_n(group_->z.data() + from, part, to.z + done);
     done += part;
   }
   repeatLast(count, to);
@@ -213,7 +221,7 @@ void RandomDirections::take(CRandSequence& random, std::size_t count) {
 }
 
 void RandomDirections::Reader::make(std::size_t group) {
-  CRandSequence random = from_.start_;
+  CRandSequence random = from_->start_;
   random.skip(kDrawsPerVertex * kGroup * group);
   const auto component = [&random] {
     constexpr std::int32_t kSteps = 100001;
@@ -222,9 +230,9 @@ void RandomDirections::Reader::make(std::size_t group) {
     return a - b;
   };
   for (std::size_t i = 0; i < kGroup; ++i) {
-    group_.x[i] = component();
-    group_.y[i] = component();
-    group_.z[i] = component();
+    group_->x[i] = component();
+    group_->y[i] = component();
+    group_->z[i] = component();
   }
   made_ = group;
 }
@@ -251,13 +259,13 @@ void RandomDirections::take(CRandSequence& random, std::size_t count) {
 
 void RandomDirections::Reader::make(std::size_t group) {
   std::array<CRandSequence::Window, kRuns> windows{};
-  windows[0] = from_.marks_[group];
+  windows[0] = from_->marks_[group];
   for (std::size_t run = 1; run < kRuns; ++run) {
     windows[run] = windows[run - 1];
-    HWY_DYNAMIC_DISPATCH(advance)(from_.nextRun_, windows[run]);
+    HWY_DYNAMIC_DISPATCH(advance)(from_->nextRun_, windows[run]);
   }
   HWY_DYNAMIC_DISPATCH(followRuns)
-  (windows, kRun, group_.x.data(), group_.y.data(), group_.z.data());
+  (windows, kRun, group_->x.data(), group_->y.data(), group_->z.data());
   made_ = group;
 }
 
@@ -272,7 +280,8 @@ void drawDirections(VectorStreams& to, std::size_t count, CRandSequence& random,
   RandomDirections directions;
   directions.take(random, count);
   share.run((count + kRound - 1) / kRound, [&](std::size_t round, unsigned) {
-    RandomDirections::Reader reader(directions);
+    RandomDirections::Reader reader;
+    reader.begin(directions);
     VertexBlock block;
     const std::size_t end = std::min(count, (round + 1) * kRound);
     for (std::size_t first = round * kRound; first < end; first += VertexBlock::kCapacity) {

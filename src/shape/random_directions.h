@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <memory>
 #include <vector>
 
 #include "shape/random_sequence.h"
@@ -48,7 +49,7 @@ class RandomDirections {
 class RandomDirections::Reader {
  public:
   /// `from` must stay as it is.
-  explicit Reader(const RandomDirections& from) : from_(from) {}
+  void begin(const RandomDirections& from);
 
   /// Directions of `count` (1 to VertexBlock::kCapacity) vertices from `first` on,
   /// the last repeated to the end of its chunk.
@@ -68,9 +69,9 @@ class RandomDirections::Reader {
 
   void make(std::size_t group);
 
-  const RandomDirections& from_;
+  const RandomDirections* from_ = nullptr;
   std::size_t made_ = kNone;
-  Group group_;
+  std::unique_ptr<Group> group_;
 };
 
 /// Directions of `count` vertices as streams. Without memory there are none, and

@@ -1,10 +1,10 @@
 #include "shape/sections.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "math/matrix4.h"
 #include "math/scalar.h"
-#include "shape/profile_kernels.h"
 
 namespace pv {
 
@@ -23,6 +23,9 @@ bool ShapeSections::repeat(std::span<const Vec3> profile, std::int32_t sections,
     const Vec3& p = profile[std::min(i, profile.size() - 1)];
     profile_.set(i, spread == Spread::Sweep ? Vec3{p.z, p.y, p.x} : p);
   }
+  areNumbers_ = std::ranges::all_of(profile, [](const Vec3& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+  });
   rows_ = profile.size();
   columns_ = static_cast<std::size_t>(sections) + 1;
   spread_ = spread;
@@ -46,18 +49,38 @@ bool ShapeSections::repeatLine(std::size_t count, float top, float height, std::
   return true;
 }
 
+ProfileRow ShapeSections::profile(std::size_t first, std::size_t count) const {
+  return {profile_.x.data() + first, profile_.y.data() + first, profile_.z.data() + first,
+          VertexBlock::padded(count)};
+}
+
+ProfileSpread ShapeSections::spread(std::size_t column) const {
+  if (spread_ == Spread::Extrude) {
+    return {ProfileSpread::Kind::Move, along(column), {}, {}};
+  }
+  const std::size_t across = spread_ == Spread::Sweep ? 2 : 0;
+  const auto& m = turn(column).m;
+  return {ProfileSpread::Kind::Turn,
+          0.0F,
+          {m[0][across], m[2][across]},
+          {m[0][2 - across], m[2][2 - across]}};
+}
+
+float ShapeSections::along(std::size_t column) const {
+  return static_cast<float>(column) * step_ - back_;
+}
+
+Matrix4 ShapeSections::turn(std::size_t column) const {
+  return D3DXMatrixRotationYawPitchRoll(toRadians(along(column)), 0, 0);
+}
+
 void ShapeSections::vertices(std::size_t column, std::size_t first, std::size_t count,
                              std::span<const InstanceTransform> then, VertexPlace to) const {
-  const float along = static_cast<float>(column) * step_ - back_;
-  const ProfileRow row{profile_.x.data() + first, profile_.y.data() + first,
-                       profile_.z.data() + first, VertexBlock::padded(count)};
-  if (spread_ == Spread::Extrude) {
-    moveProfile(row, along, then, to);
-    return;
+  if (spread_ == Spread::Extrude || (areNumbers_ && !then.empty())) {
+    spreadProfile(profile(first, count), spread(column), then, to);
+  } else {
+    turnProfile(profile(first, count), turn(column), spread_ == Spread::Sweep, then, to);
   }
-  // Adding a move of zero changes nothing: no sum here is a negative zero.
-  const InstanceTransform turn{D3DXMatrixRotationYawPitchRoll(toRadians(along), 0, 0), {}};
-  turnProfile(row, turn, spread_ == Spread::Sweep, then, to);
 }
 
 }  // namespace pv

@@ -6,6 +6,7 @@
 
 #include "math/vec3.h"
 #include "shape/duplicates.h"
+#include "shape/profile_kernels.h"
 #include "shape/shape_mesh.h"
 #include "shape/vertex_kernels.h"
 
@@ -40,12 +41,21 @@ class ShapeSections {
   /// Positions of `count` (1 to VertexBlock::kCapacity) vertices of a column from
   /// `first` on, after two transforms at most, the last repeated to the end of its
   /// chunk. `first` starts a chunk, and the place is aligned to 64 bytes. May be
-  /// called by several threads.
+  /// called by several threads, as what follows.
   void vertices(std::size_t column, std::size_t first, std::size_t count,
                 std::span<const InstanceTransform> then, VertexPlace to) const;
 
+  /// Whether vertices that go through a transform may be made from the two below.
+  [[nodiscard]] bool canSpread() const { return spread_ == Spread::Extrude || areNumbers_; }
+  [[nodiscard]] ProfileRow profile(std::size_t first, std::size_t count) const;
+  [[nodiscard]] ProfileSpread spread(std::size_t column) const;
+
  private:
+  [[nodiscard]] float along(std::size_t column) const;
+  [[nodiscard]] Matrix4 turn(std::size_t column) const;
+
   VectorStreams profile_;  ///< whole chunks; x and z exchanged for a sweep
+  bool areNumbers_ = true;  ///< none of the profile's coordinates is infinite or no number
   std::size_t rows_ = 0;
   std::size_t columns_ = 0;
   Spread spread_ = Spread::Extrude;

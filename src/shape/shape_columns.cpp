@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <deque>
 
 namespace pv {
 
@@ -36,14 +37,19 @@ void ShapeColumns::update(const Source& source, const ModifierTable& values,
   const bool exists = sections_->vertices() > 0;
   const bool eachAnew = flags.applyModifiersGlobally && copies > 0;
   const bool shapeFirst = copies == 0 || (flags.useWorldAxis && !eachAnew);
-  firstIsShaped_ = firstIsShaped_ && !source.changed && sameBits(values, values_) &&
-                   eachAnew == eachAnew_ && shapeFirst == shapeFirst_;
+  const bool isSame = !source.changed && sameBits(values, values_) && eachAnew == eachAnew_ &&
+                      shapeFirst == shapeFirst_;
+  firstIsShaped_ = firstIsShaped_ && isSame;
   rows_ = sections_->rows();
   columns_ = sections_->columns();
   instances_ = exists ? copies + 1 : 0;
   values_ = values;
   eachAnew_ = eachAnew;
   shapeFirst_ = shapeFirst;
+  isPlain_ = directions_->size() == 0 && !deforms(values);
+  // While a single instance changes with every frame, keeping it would cost more
+  // than making it where it is drawn.
+  isStored_ = exists && !eachAnew && (copies > 0 || isSame);
   early_[0] = {
       modifierMatrix(values[ModifierKind::VertexRotate], values[ModifierKind::VertexScale]),
       values[ModifierKind::VertexMove]};
@@ -52,14 +58,13 @@ void ShapeColumns::update(const Source& source, const ModifierTable& values,
   for (std::size_t k = 0; k < instances_; ++k) {
     copies_[k] = {instanceTransform(step, static_cast<std::int32_t>(k)), early_[1]};
   }
-  const bool isStored = exists && !eachAnew_;
-  if (!isStored || !firstIsShaped_ || copies == 0) {
+  if (!isStored_ || !firstIsShaped_ || copies == 0) {
     patches_.clear();
   }
-  if (isStored && !firstIsShaped_) {
+  if (isStored_ && !firstIsShaped_) {
     shapeFirstInstance(share);
   }
-  if (isStored && copies > 0 && patches_.empty()) {
+  if (isStored_ && copies > 0 && patches_.empty()) {
     hullPatches(share);
   }
 }
@@ -72,16 +77,19 @@ void ShapeColumns::shapeFirstInstance(WorkShare& share) {
   }
   constexpr std::size_t kRound = 4096;  // vertices, roughly
   const std::size_t columnsEach = std::max<std::size_t>(1, kRound / stride);
-  const bool isPlain = directions_->size() == 0 && !deforms(values_);
-  share.run((columns_ + columnsEach - 1) / columnsEach, [&](std::size_t round, unsigned) {
-    Workplace workplace(*this);
+  std::deque<Workplace> workplaces(share.threads());
+  for (Workplace& workplace : workplaces) {
+    workplace.begin(*this);
+  }
+  share.run((columns_ + columnsEach - 1) / columnsEach, [&](std::size_t round, unsigned worker) {
+    Workplace& workplace = workplaces[worker];
     const std::size_t end = std::min(columns_, (round + 1) * columnsEach);
     for (std::size_t column = round * columnsEach; column < end; ++column) {
       for (std::size_t first = 0; first < rows_; first += VertexBlock::kCapacity) {
         const std::size_t count = std::min(VertexBlock::kCapacity, rows_ - first);
         const std::size_t at = column * stride + first;
         const VertexPlace to{shaped_.x.data() + at, shaped_.y.data() + at, shaped_.z.data() + at};
-        if (isPlain) {
+        if (isPlain_) {
           sections_->vertices(column, first, count, std::span(early_).first(shapeFirst_ ? 2 : 1),
                               to);
         } else {
@@ -116,6 +124,9 @@ void ShapeColumns::hullPatches(WorkShare& share) {
 
 void ShapeColumns::deform(Workplace& workplace, std::size_t firstDirection,
                           std::size_t count) const {
+  if (isPlain_) {
+    return;
+  }
   const bool disperses = directions_->size() >= firstDirection + count;
   if (disperses) {
     workplace.reader_.read(firstDirection, count, workplace.directions_);
@@ -125,17 +136,22 @@ void ShapeColumns::deform(Workplace& workplace, std::size_t firstDirection,
 
 ColumnVertices ShapeColumns::vertices(std::size_t instance, std::size_t column, std::size_t first,
                                       std::size_t count, Workplace& workplace) const {
-  if (eachAnew_) {
+  if (!isStored_ && instances_ == 1 && isPlain_ && sections_->canSpread()) {
+    const ProfileRow row = sections_->profile(first, count);
+    return {row.x, row.y, row.z, count, early_, sections_->spread(column)};
+  }
+  if (!isStored_) {
     VertexBlock& block = workplace.block_;
     const std::array<InstanceTransform, 2> then{copies_[instance][0], early_[0]};
     sections_->vertices(column, first, count, std::span(then).last(instance > 0 ? 2 : 1),
                         block.place());
     deform(workplace, (instance * columns_ + column) * rows_ + first, count);
-    return {block.x, block.y, block.z, count, std::span(copies_[instance]).last(1)};
+    return {block.x, block.y, block.z, count, std::span(copies_[instance]).last(1),
+            {}};
   }
   const std::size_t at = column * VertexBlock::padded(rows_) + first;
   return {shaped_.x.data() + at, shaped_.y.data() + at, shaped_.z.data() + at, count,
-          transforms(instance)};
+          transforms(instance), {}};
 }
 
 std::span<const InstanceTransform> ShapeColumns::transforms(std::size_t instance) const {

@@ -24,6 +24,8 @@ struct ColumnVertices {
   std::size_t count;
   /// What each vertex still goes through, two at most, in this order.
   std::span<const InstanceTransform> transforms;
+  /// Before these; if it is anything, there are two.
+  ProfileSpread spread;
 };
 
 /// The final positions of a shape with all its duplicates, made a stretch at a
@@ -79,6 +81,8 @@ class ShapeColumns {
   ModifierTable values_;
   bool eachAnew_ = false;       ///< the modifiers work on every copy, not on the first alone
   bool shapeFirst_ = false;     ///< the shape transform stands before the copies
+  bool isPlain_ = true;         ///< nothing happens between the first two transforms
+  bool isStored_ = false;       ///< the first instance, in shaped_
   bool firstIsShaped_ = false;  ///< shaped_ is up to date, and so are patches_ if any
   std::array<InstanceTransform, 2> early_;  ///< that of the vertices, that of the shape
   /// For each instance its own transform, then that of the shape.
@@ -92,8 +96,8 @@ class ShapeColumns {
 /// column for preference.
 class ShapeColumns::Workplace {
  public:
-  /// The shape must not be updated while this is used.
-  explicit Workplace(const ShapeColumns& shape) : reader_(*shape.directions_) {}
+  /// For this shape as it is; to be called again when it was updated.
+  void begin(const ShapeColumns& shape) { reader_.begin(*shape.directions_); }
 
  private:
   friend ShapeColumns;

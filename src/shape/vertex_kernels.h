@@ -44,7 +44,7 @@ void loadVertices(const VectorStreams& from, std::size_t first, std::size_t coun
 void storeVertices(const VertexBlock& block, std::size_t first, std::size_t count,
                    VectorStreams& to);
 
-/// Every vertex times the matrix, then moved.
+/// Every vertex times the matrix, which scales and turns, then moved.
 void transformVertices(VertexBlock& block, std::size_t count, const Matrix4& matrix, Vec3 move);
 
 /// Whether the modifiers below change anything without directions.

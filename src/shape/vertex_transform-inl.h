@@ -6,6 +6,7 @@
 #define PV_SHAPE_VERTEX_TRANSFORM_INL_H_
 #endif
 
+#include <array>
 #include <cstddef>
 #include <hwy/highway.h>
 
@@ -27,23 +28,34 @@ HWY_INLINE F dot(F x, F y, F z, F a, F b, F c) {
   return hn::Add(hn::Add(hn::Mul(x, a), hn::Mul(y, b)), hn::Mul(z, c));
 }
 
-/// D3DXVec3Transform, then a move, in every lane.
-struct Transform {
-  const Matrix4& t;
-  const Vec3& move;
+/// D3DXVec3Transform, then a move, in every lane. The matrix does not move points
+/// itself: its last row is zero, unless the whole column is no number. Adding this
+/// zero to the move first gives the same, since a sum keeps its value when a zero is
+/// added, and a zero keeps its sign only when a negative one is.
+class Transform {
+ public:
+  /// The matrix must stay.
+  HWY_INLINE Transform(const Matrix4& matrix, const Vec3& move)
+      : m_(matrix.m),
+        last_{matrix.m[3][0] + move.x, matrix.m[3][1] + move.y, matrix.m[3][2] + move.z} {}
 
-  HWY_INLINE F column(F x, F y, F z, std::size_t c, float offset) const {
-    namespace hn = hwy::HWY_NAMESPACE;
-    const F sum = dot(x, y, z, constant(t.m[0][c]), constant(t.m[1][c]), constant(t.m[2][c]));
-    return hn::Add(hn::Add(sum, constant(t.m[3][c])), constant(offset));
-  }
   HWY_INLINE void operator()(F& x, F& y, F& z) const {
-    const F across = column(x, y, z, 0, move.x);
-    const F up = column(x, y, z, 1, move.y);
-    z = column(x, y, z, 2, move.z);
+    const F across = column(x, y, z, 0);
+    const F up = column(x, y, z, 1);
+    z = column(x, y, z, 2);
     x = across;
     y = up;
   }
+
+ private:
+  HWY_INLINE F column(F x, F y, F z, std::size_t c) const {
+    return hwy::HWY_NAMESPACE::Add(
+        dot(x, y, z, constant(m_[0][c]), constant(m_[1][c]), constant(m_[2][c])),
+        constant(last_[c]));
+  }
+
+  const std::array<std::array<float, 4>, 4>& m_;
+  std::array<float, 3> last_;
 };
 
 }  // namespace pv::HWY_NAMESPACE

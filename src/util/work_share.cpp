@@ -16,11 +16,45 @@ namespace {
 
 constexpr unsigned kMostThreads = 8;
 
+/// The rounds of one thread that nobody has claimed yet. Both ends stand in one
+/// word, so that no round can be claimed from both.
+class alignas(64) ClaimRange {
+ public:
+  static constexpr std::size_t kMostRounds = UINT32_MAX;
+  static constexpr std::size_t kNone = SIZE_MAX;
+
+  void set(std::size_t begin, std::size_t end) { ends_.store(begin | end << 32U); }
+  std::size_t claimFirst() {
+    std::uint64_t ends = ends_.load();
+    while (begin(ends) < end(ends)) {
+      if (ends_.compare_exchange_weak(ends, ends + 1)) {
+        return begin(ends);
+      }
+    }
+    return kNone;
+  }
+  std::size_t claimLast() {
+    std::uint64_t ends = ends_.load();
+    while (begin(ends) < end(ends)) {
+      if (ends_.compare_exchange_weak(ends, ends - (std::uint64_t{1} << 32U))) {
+        return end(ends) - 1;
+      }
+    }
+    return kNone;
+  }
+
+ private:
+  static std::size_t begin(std::uint64_t ends) { return ends & UINT32_MAX; }
+  static std::size_t end(std::uint64_t ends) { return ends >> 32U; }
+
+  std::atomic<std::uint64_t> ends_ = 0;
+};
+
 }  // namespace
 
 class WorkShare::Crew {
  public:
-  explicit Crew(unsigned helpers) {
+  explicit Crew(unsigned helpers) : ranges_(helpers + 1) {
     try {
       for (unsigned i = 0; i < helpers; ++i) {
         helpers_.emplace_back([this, worker = i + 1] { help(worker); });
@@ -48,12 +82,13 @@ class WorkShare::Crew {
     {
       const std::lock_guard lock(mutex_);
       work_ = &work;
-      rounds_ = rounds;
-      next_ = 0;
+      for (std::size_t i = 0; i < ranges_.size(); ++i) {
+        ranges_[i].set(rounds * i / ranges_.size(), rounds * (i + 1) / ranges_.size());
+      }
       loop_.fetch_add(1);
     }
     wake_.notify_all();
-    claim(rounds, work, 0);
+    claim(work, 0);
     {
       const std::lock_guard lock(mutex_);
       work_ = nullptr;  // whoever has not begun by now never will
@@ -68,9 +103,15 @@ class WorkShare::Crew {
   }
 
  private:
-  void claim(std::size_t rounds, const Work& work, unsigned worker) {
-    for (std::size_t i = next_.fetch_add(1); i < rounds; i = next_.fetch_add(1)) {
+  void claim(const Work& work, unsigned worker) {
+    for (std::size_t i = ranges_[worker].claimFirst(); i != ClaimRange::kNone;
+         i = ranges_[worker].claimFirst()) {
       work(i, worker);
+    }
+    for (ClaimRange& other : ranges_) {
+      for (std::size_t i = other.claimLast(); i != ClaimRange::kNone; i = other.claimLast()) {
+        work(i, worker);
+      }
     }
   }
 
@@ -93,10 +134,9 @@ class WorkShare::Crew {
       }
       seen = loop_;
       const Work& work = *work_;
-      const std::size_t rounds = rounds_;
       ++inside_;
       lock.unlock();
-      claim(rounds, work, worker);
+      claim(work, worker);
       --inside_;
       lookOutForNext(seen);
       lock.lock();
@@ -106,11 +146,10 @@ class WorkShare::Crew {
   std::mutex mutex_;
   std::condition_variable wake_;
   const Work* work_ = nullptr;  ///< only while a loop runs
-  std::size_t rounds_ = 0;
   std::atomic<std::uint64_t> loop_ = 0;  ///< so that nobody joins one loop twice
   std::atomic<unsigned> inside_ = 0;
   std::atomic<bool> ends_ = false;
-  std::atomic<std::size_t> next_ = 0;
+  std::vector<ClaimRange> ranges_;  ///< the caller's, then those of the helpers
   std::vector<std::thread> helpers_;
 };
 
@@ -123,7 +162,7 @@ WorkShare::WorkShare(WorkShare&& other) noexcept = default;
 WorkShare& WorkShare::operator=(WorkShare&& other) noexcept = default;
 
 void WorkShare::run(std::size_t rounds, const Work& work) {
-  if (threads_ < 2 || rounds < 2) {
+  if (threads_ < 2 || rounds < 2 || rounds > ClaimRange::kMostRounds) {
     for (std::size_t i = 0; i < rounds; ++i) {
       work(i, 0);
     }

@@ -7,9 +7,11 @@
 namespace pv {
 
 /// Spreads the rounds of a loop over the caller and some helper threads, which
-/// are started when the first large loop comes and sleep in between. Rounds are
-/// claimed one by one; the caller never waits for a helper that has not begun,
-/// only for rounds that were claimed.
+/// are started when the first large loop comes and sleep in between. Each thread
+/// claims rounds one by one from a range of its own, in their order, so that it may
+/// go on where its last round ended; then from the ends of the others' ranges. The
+/// caller never waits for a helper that has not begun, only for rounds that were
+/// claimed.
 class WorkShare {
  public:
   /// `threads` counts the caller in; 0 stands for the machine's processors. No

@@ -262,7 +262,7 @@ HiddenPatches::Axis axisOf(const Way& way) {
 }  // namespace
 
 HiddenPatches::HiddenPatches(std::span<const InstanceTransform> transforms, const PixelMap& map)
-    : map_(map) {
+    : map_(&map) {
   const ViewMode mode = map.projection.mode;
   std::array<Way, 3> ways{only(mode == ViewMode::Side ? 2 : 0), only(mode == ViewMode::Top ? 2 : 1),
                           only(mode == ViewMode::Perspective ? 2 : 3)};

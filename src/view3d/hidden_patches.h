@@ -36,10 +36,10 @@ class HiddenPatches {
   };
   /// Across and up, as multiples of the third; that is 1 in flat views.
   [[nodiscard]] const std::array<Axis, 3>& axes() const { return axes_; }
-  [[nodiscard]] const PixelMap& map() const { return map_; }
+  [[nodiscard]] const PixelMap& map() const { return *map_; }
 
  private:
-  const PixelMap& map_;
+  const PixelMap* map_;
   std::array<Axis, 3> axes_;
 };
 

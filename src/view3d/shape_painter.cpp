@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <deque>
 #include <functional>
 
 #include "math/scalar.h"
@@ -47,8 +48,7 @@ class Rounds {
         strips_(rows_ <= VertexBlock::kCapacity
                     ? 1
                     : (rows_ - VertexBlock::kCapacity + kAdvance - 1) / kAdvance + 1),
-        pieceColumns_(instances_ * strips_ > 1 ? kColumns : kColumns / 2),
-        pieces_((columns_ + pieceColumns_ - 1) / pieceColumns_) {}
+        pieces_((columns_ + kColumns - 1) / kColumns) {}
 
   [[nodiscard]] std::size_t workers(const WorkShare& share) const {
     return areWorthSharing() ? share.threads() : 1;
@@ -73,26 +73,24 @@ class Rounds {
   /// Below, waking a helper costs more than it brings.
   [[nodiscard]] bool areWorthSharing() const { return rows_ * columns_ * instances_ >= 10'000; }
   [[nodiscard]] Piece piece(std::size_t round) const {
-    const std::size_t begin = round % pieces_ * pieceColumns_;
+    const std::size_t begin = round % pieces_ * kColumns;
     const std::size_t first = round / pieces_ % strips_ * kAdvance;
     const std::size_t count = std::min(VertexBlock::kCapacity, rows_ - first);
     return {{round / pieces_ / strips_, first, count},
             begin,
-            std::min(begin + pieceColumns_, columns_)};
+            std::min(begin + kColumns, columns_)};
   }
 
   // One row at least is shared, and every strip starts at a whole chunk.
   static constexpr std::size_t kAdvance = VertexBlock::kCapacity - VertexBlock::kStep;
-  // Each piece projects two columns more than it draws; with few pieces a thread
-  // may have to wait for the last one.
-  static constexpr std::size_t kColumns = 48;
-  static_assert(kColumns / 2 % PatchHulls::kColumns == 0);
+  // Threads that share the last pieces wait for each other, so these are small.
+  // Those that follow their thread's last one cost no more for that.
+  static constexpr std::size_t kColumns = PatchHulls::kColumns;
 
   std::size_t rows_;
   std::size_t columns_;
   std::size_t instances_;
   std::size_t strips_;
-  std::size_t pieceColumns_;
   std::size_t pieces_;
 };
 
@@ -127,10 +125,13 @@ PixelBox ShapePainter::collectLines(const RasterCanvas& canvas, const ShapeColum
   }
   shortLines_.setWidth(canvas.width);
   const PixelMap map(projection, projector, canvas.width, canvas.height);
+  painters_.resize(std::max(painters_.size(), masks_.size()));
+  for (std::size_t i = 0; i < masks_.size(); ++i) {
+    painters_[i].begin(shape, map, {masks_[i].lit(), canvas.width, canvas.height, &shortLines_},
+                       masks_[i].reach());
+  }
   const auto work = [&](const Rounds::Piece& piece, unsigned worker) {
-    WireMask& mask = masks_[worker];
-    const WireTarget target{mask.lit(), canvas.width, canvas.height, &shortLines_};
-    StripPainter(shape, map, target, mask.reach()).draw(piece.strip, piece.begin, piece.end);
+    painters_[worker].draw(piece.strip, piece.begin, piece.end);
   };
   if (shape.patches().empty()) {
     rounds.run(0, shape.instances(), share, work);
@@ -168,8 +169,12 @@ PixelBox ShapePainter::collectDots(const RasterCanvas& canvas, const ShapeColumn
   }
   const PixelMap map(projection, projector, canvas.width, canvas.height);
   const std::int32_t reach = truncate(halfSize) + 1;
+  std::deque<ShapeColumns::Workplace> workplaces(masks_.size());
+  for (ShapeColumns::Workplace& workplace : workplaces) {
+    workplace.begin(shape);
+  }
   rounds.run(0, shape.instances(), share, [&](const Rounds::Piece& piece, unsigned worker) {
-    ShapeColumns::Workplace workplace(shape);
+    ShapeColumns::Workplace& workplace = workplaces[worker];
     PixelColumn pixels;
     WireMask& mask = masks_[worker];
     for (std::size_t column = piece.begin; column < piece.end; ++column) {
@@ -189,7 +194,7 @@ PixelBox ShapePainter::collectDots(const RasterCanvas& canvas, const ShapeColumn
 
 void ShapePainter::paint(ViewFrame& frame, WorkShare& share) {
   constexpr std::int32_t kRows = 32;
-  constexpr std::size_t kWorthSharing = 200'000;  // pixels
+  constexpr std::size_t kWorthSharing = 32'768;  // pixels, while helpers are awake
   if (masks_.empty()) {
     frame.restore();
     return;
@@ -204,7 +209,7 @@ void ShapePainter::paint(ViewFrame& frame, WorkShare& share) {
                 masks_,
                 {box.left, bottom, box.right, top}});
   };
-  if (box.pixels() < kWorthSharing) {
+  if (masks_.size() == 1 || box.pixels() < kWorthSharing) {
     paintRows(box.bottom, box.top);
     return;
   }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <deque>
 #include <vector>
 
 #include "raster/raster_canvas.h"
 #include "shape/shape_columns.h"
 #include "util/work_share.h"
 #include "view3d/shape_projection.h"
+#include "view3d/strip_painter.h"
 #include "view3d/view_frame.h"
 #include "view3d/view_projector.h"
 #include "view3d/wire_lines.h"
@@ -36,7 +38,8 @@ class ShapePainter {
   /// Gives every mask what any of them has lit.
   void shareLit(const PixelBox& box, std::int32_t width);
 
-  std::vector<WireMask> masks_;  ///< one a thread
+  std::vector<WireMask> masks_;        ///< one a thread
+  std::deque<StripPainter> painters_;  ///< one a thread at least
   PixelBox box_;
   ShortLines shortLines_;
 };

@@ -3,24 +3,35 @@
 #include <algorithm>
 
 #include "raster/line_walk.h"
-#include "view3d/hidden_patches.h"
 
 namespace pv {
 
+void StripPainter::begin(const ShapeColumns& shape, const PixelMap& map, const WireTarget& target,
+                         PixelReach& reach) {
+  shape_ = &shape;
+  map_ = &map;
+  target_ = target;
+  reach_ = &reach;
+  strip_ = {};
+  workplace_.begin(shape);
+}
+
 void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) {
-  strip_ = strip;
-  loadedChunks_ = 0;
-  const PatchHulls& patches = shape_.patches();
+  if (strip != strip_) {
+    strip_ = strip;
+    loadedChunks_ = 0;
+    hidden_.emplace(shape_->transforms(strip.instance), *map_);
+  }
+  const PatchHulls& patches = shape_->patches();
   if (patches.empty() || strip.instance == 0) {
     drawGroup(strip.chunks(), begin, end);
     lightListed(target_, lists_);
     return;
   }
-  const HiddenPatches hidden(shape_.transforms(strip.instance), map_);
   const std::size_t chunks = VertexBlock::padded(strip.count) / VertexBlock::kStep;
   for (std::size_t c = begin; c < end; c += PatchHulls::kColumns) {
     const std::uint32_t visible =
-        hidden.visible(patches.group(c), strip.first / VertexBlock::kStep, chunks, target_.lit);
+        hidden_->visible(patches.group(c), strip.first / VertexBlock::kStep, chunks, target_.lit);
     if (visible != 0) {
       drawGroup(visible, c, std::min(c + PatchHulls::kColumns, end));
     }
@@ -31,7 +42,7 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
 // The chunks above and below are loaded as well, for the neighbours they hold.
 // Columns that the group before has loaded are used again where that is enough.
 void StripPainter::drawGroup(std::uint32_t chunks, std::size_t begin, std::size_t end) {
-  const std::size_t last = shape_.columns() - 1;
+  const std::size_t last = shape_->columns() - 1;
   const std::uint32_t needed = (chunks | chunks << 1U | chunks >> 1U) & strip_.chunks();
   std::uint32_t quickBefore = ~std::uint32_t{0};
   if (nextColumn_ != begin + 1 || (needed & ~loadedChunks_) != 0) {
@@ -50,8 +61,8 @@ void StripPainter::drawGroup(std::uint32_t chunks, std::size_t begin, std::size_
 
 void StripPainter::load(std::size_t column, std::uint32_t chunks) {
   const ColumnVertices vertices =
-      shape_.vertices(strip_.instance, column, strip_.first, strip_.count, workplace_);
-  projectColumn(vertices, chunks, map_, at(column), reach_);
+      shape_->vertices(strip_.instance, column, strip_.first, strip_.count, workplace_);
+  projectColumn(vertices, chunks, *map_, at(column), *reach_);
 }
 
 // Chunks that lie on the canvas with all their neighbours go the quick way, the
@@ -60,7 +71,7 @@ std::uint32_t StripPainter::drawColumn(std::size_t c, std::uint32_t chunks,
                                        std::uint32_t quickBefore) {
   const PixelColumn& before = at(c == 0 ? 0 : c - 1);
   const PixelColumn& column = at(c);
-  const PixelColumn& after = at(std::min(c + 1, shape_.columns() - 1));
+  const PixelColumn& after = at(std::min(c + 1, shape_->columns() - 1));
   const std::uint32_t off = ~column.inside & strip_.chunks();
   const std::uint32_t outside = ~(before.inside & column.inside & after.inside);
   const std::uint32_t quick = chunks & ~(outside | off >> 1U | off << 1U);

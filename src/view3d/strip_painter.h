@@ -3,8 +3,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "shape/shape_columns.h"
+#include "view3d/hidden_patches.h"
 #include "view3d/pixel_column.h"
 #include "view3d/wire_lines.h"
 #include "view3d/wire_projection.h"
@@ -18,6 +20,8 @@ struct Strip {
   std::size_t first = 0;
   std::size_t count = 0;
 
+  bool operator==(const Strip&) const = default;
+
   /// Bits of all its chunks.
   [[nodiscard]] std::uint32_t chunks() const {
     return ~std::uint32_t{0} >> (32 - VertexBlock::padded(count) / VertexBlock::kStep);
@@ -25,12 +29,14 @@ struct Strip {
 };
 
 /// Collects the wires of strips column by column. Only three columns of pixel
-/// positions exist at a time, so that they stay in the nearest cache.
+/// positions exist at a time, so that they stay in the nearest cache; columns that
+/// follow those of the call before in the same strip are the cheapest.
 class StripPainter {
  public:
-  StripPainter(const ShapeColumns& shape, const PixelMap& map, const WireTarget& target,
-               PixelReach& reach)
-      : shape_(shape), map_(map), target_(target), reach_(reach), workplace_(shape) {}
+  /// To be called once a frame. All that is handed over must stay until its last
+  /// draw().
+  void begin(const ShapeColumns& shape, const PixelMap& map, const WireTarget& target,
+             PixelReach& reach);
 
   /// The columns from `begin` to `end`, with the lines to the one behind; as far as
   /// they can still light a pixel. `begin` starts a group of patches.
@@ -45,11 +51,12 @@ class StripPainter {
   void drawLine(PixelPoint a, PixelPoint b);
   [[nodiscard]] PixelColumn& at(std::size_t column) { return columns_[column % columns_.size()]; }
 
-  const ShapeColumns& shape_;
-  const PixelMap& map_;
-  const WireTarget& target_;
-  PixelReach& reach_;
+  const ShapeColumns* shape_ = nullptr;
+  const PixelMap* map_ = nullptr;
+  WireTarget target_{};
+  PixelReach* reach_ = nullptr;
   Strip strip_;
+  std::optional<HiddenPatches> hidden_;  ///< of the strip's instance
   ShapeColumns::Workplace workplace_;
   WireLists lists_;
   std::array<PixelColumn, 3> columns_;

@@ -43,9 +43,10 @@ void light(const PixelColumn& /*before*/, const PixelColumn& column, const Pixel
 
 #else
 
-/// Queues the lines of more than one step. Their lengths fall into classes by the
-/// highest bit of either side, in one case of a side and two more.
-HWY_INLINE void queueLines(I start, I way, WireLists& lists) {
+/// Queues the lines of more than one step; `three` counts those of the shortest
+/// class. The classes are told apart by the highest bit of either side, in one case of
+/// a side and two more.
+HWY_INLINE void queueLines(I start, I way, WireLists& lists, std::size_t& three) {
   const Ints d;
   const S sides = hn::Abs(halves(way));
   const auto isLong = hasBits(word(sides), 0xFFFEFFFEU);
@@ -53,14 +54,14 @@ HWY_INLINE void queueLines(I start, I way, WireLists& lists) {
     return;
   }
   const auto beyondThree = hasBits(word(sides), 0xFFFCFFFCU);
-  add(lists.three, hn::AndNot(beyondThree, isLong), start, way);
+  add(lists.three, three, hn::AndNot(beyondThree, isLong), start, way);
   if (!hn::AllFalse(d, beyondThree)) {
     const auto beyondFive = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 2))), 0xFFF8FFF8U);
     const auto beyondSeven = hasBits(word(sides), 0xFFF8FFF8U);
-    add(lists.five, hn::AndNot(beyondFive, beyondThree), start, way);
-    add(lists.seven, hn::AndNot(beyondSeven, beyondFive), start, way);
+    add(lists.five, lists.five.count, hn::AndNot(beyondFive, beyondThree), start, way);
+    add(lists.seven, lists.seven.count, hn::AndNot(beyondSeven, beyondFive), start, way);
     if (!hn::AllFalse(d, beyondSeven)) {
-      add(lists.more, beyondSeven, start, way);
+      add(lists.more, lists.more.count, beyondSeven, start, way);
     }
   }
 }
@@ -89,6 +90,9 @@ void lightAll(const WireTarget& target, WireLists& lists) {
 void light(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
            std::uint32_t chunks, const WireTarget& target, WireLists& lists) {
   const Ints d;
+  const std::int32_t width = target.width;
+  std::size_t pixels = lists.pixels.count;
+  std::size_t three = lists.three.count;
   for (; chunks != 0; chunks &= chunks - 1) {
     const auto chunk = static_cast<std::size_t>(std::countr_zero(chunks));
     const std::size_t first = PixelColumn::kLead + chunk * PixelColumn::kChunk;
@@ -98,12 +102,14 @@ void light(const PixelColumn& before, const PixelColumn& column, const PixelColu
       const I on = difference(hn::Load(d, after.spots + i), spot);
       const I down = difference(hn::LoadU(d, column.spots + i - 1), spot);
       const I back = difference(hn::Load(d, before.spots + i), spot);
-      const I start = flattened(spot, target.width);
-      add(lists.pixels, isLit(up, on, down, back), start);
-      queueLines(start, up, lists);
-      queueLines(start, on, lists);
+      const I start = flattened(spot, width);
+      add(lists.pixels, pixels, isLit(up, on, down, back), start);
+      queueLines(start, up, lists, three);
+      queueLines(start, on, lists, three);
     }
   }
+  lists.pixels.count = pixels;
+  lists.three.count = three;
   const std::size_t most =
       std::max({lists.three.count, lists.five.count, lists.seven.count, lists.more.count});
   if (most > WireQueue::kKept || lists.pixels.count > WireLists::Pixels::kKept) {

@@ -13,6 +13,7 @@
 #include <hwy/highway.h>
 
 #include "math/leave_vectors-inl.h"
+#include "shape/profile_spread-inl.h"
 #include "shape/vertex_transform-inl.h"
 // clang-format on
 
@@ -61,6 +62,18 @@ struct Reach {
 
 #endif
 
+/// Truncates as the processor does it; only what fits 32 bits comes out the same
+/// everywhere.
+HWY_INLINE I quickTruncate(F v) {
+#if HWY_TARGET == HWY_AVX3
+  return I{_mm512_cvttps_epi32(v.raw)};
+#elif HWY_TARGET == HWY_AVX2
+  return I{_mm256_cvttps_epi32(v.raw)};
+#else
+  return hn::ConvertTo(Ints(), v);
+#endif
+}
+
 /// Where a vertex comes to lie, as distances from the middle of the canvas.
 struct Spot {
   F across;
@@ -96,38 +109,60 @@ struct FlatForm {
   }
 };
 
-/// The projection of the vertices from `i` on, after `kSteps` transforms.
-template <class Form, std::size_t kSteps>
-struct Road {
-  const ColumnVertices& from;
-  const PixelMap& map;
+/// The projection of the vertices from `i` on, after being spread and `kSteps`
+/// transforms.
+template <class Form, std::size_t kSteps, class Spread = Unspread>
+class Road {
+ public:
+  HWY_INLINE Road(const ColumnVertices& from, const PixelMap& map)
+      : map_(map),
+        x_(from.x),
+        y_(from.y),
+        z_(from.z),
+        spread_{from.spread},
+        steps_{step(from, 0), step(from, 1)} {}
 
   HWY_INLINE Spot spot(std::size_t i) const {
     const Floats d;
-    F x = hn::Load(d, from.x + i);
-    F y = hn::Load(d, from.y + i);
-    F z = hn::Load(d, from.z + i);
+    F x = hn::Load(d, x_ + i);
+    F y = hn::Load(d, y_ + i);
+    F z = hn::Load(d, z_ + i);
+    spread_(x, y, z);
     if constexpr (kSteps > 0) {
-      Transform{from.transforms[0].matrix, from.transforms[0].offset}(x, y, z);
+      steps_[0](x, y, z);
     }
     if constexpr (kSteps > 1) {
-      Transform{from.transforms[1].matrix, from.transforms[1].offset}(x, y, z);
+      steps_[1](x, y, z);
     }
-    return Form{map}(x, y, z);
+    return Form{map_}(x, y, z);
   }
   HWY_INLINE I pixelX(F across) const {
     const Ints d;
-    const I columns = hn::ConvertTo(d, across);
-    const I centre = hn::Set(d, map.projection.centre.x);
+    const I columns = quickTruncate(across);
+    const I centre = hn::Set(d, map_.projection.centre.x);
     return Form::kMirrored ? hn::Sub(centre, columns) : hn::Add(centre, columns);
   }
   HWY_INLINE I pixelY(F up) const {
     const Ints d;
-    const I rows = hn::ConvertTo(d, up);
-    const I centre = hn::Set(d, map.projection.centre.y);
-    const bool downward = !Form::kMirrored && map.projection.mode == ViewMode::Top;
+    const I rows = quickTruncate(up);
+    const I centre = hn::Set(d, map_.projection.centre.y);
+    const bool downward = !Form::kMirrored && map_.projection.mode == ViewMode::Top;
     return downward ? hn::Sub(centre, rows) : hn::Add(centre, rows);
   }
+
+ private:
+  static HWY_INLINE Transform step(const ColumnVertices& from, std::size_t i) {
+    static constexpr Matrix4 kNone;
+    return i < kSteps ? Transform(from.transforms[i].matrix, from.transforms[i].offset)
+                      : Transform(kNone, {});
+  }
+
+  const PixelMap& map_;
+  const float* x_;
+  const float* y_;
+  const float* z_;
+  Spread spread_;
+  Transform steps_[2];
 };
 
 // Saturation, points at or behind the eye and what is not a number are rare:
@@ -135,8 +170,8 @@ struct Road {
 constexpr float kPlainReach = 1073741824.0F;  // 2^30: neither cut nor overflowing
 
 /// Full positions of a chunk that leaves the canvas.
-template <class Form, std::size_t kSteps>
-HWY_INLINE void projectWide(const Road<Form, kSteps>& road, std::size_t chunk, PixelColumn& out) {
+template <class Road>
+HWY_INLINE void projectWide(const Road& road, std::size_t chunk, PixelColumn& out) {
   const Floats d;
   const Ints di;
   const F reach = constant(kPlainReach);
@@ -150,14 +185,14 @@ HWY_INLINE void projectWide(const Road<Form, kSteps>& road, std::size_t chunk, P
   }
 }
 
-// A conversion that is cut off, or of what is not a number, ends near one of the
-// two ends of the 32 bits. A pixel of it is off the canvas, wrapped or not.
-template <class Form, std::size_t kSteps>
+// A conversion of what is too large, or no number, ends near one of the two ends of
+// the 32 bits. A pixel of it is off the canvas, wrapped or not.
+template <class Road>
 HWY_INLINE void projectBy(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
                           PixelColumn& out, PixelReach& kept) {
   const Ints d;
   const hn::RebindToUnsigned<Ints> words;
-  const Road<Form, kSteps> road{from, map};
+  const Road road(from, map);
   const auto width = hn::Set(words, static_cast<std::uint32_t>(map.width));
   const auto height = hn::Set(words, static_cast<std::uint32_t>(map.height));
   Reach reach(kept);
@@ -191,13 +226,21 @@ HWY_INLINE void projectBy(const ColumnVertices& from, std::uint32_t chunks, cons
 template <class Form>
 HWY_INLINE void projectAfter(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
                              PixelColumn& out, PixelReach& reach) {
+  switch (from.spread.kind) {
+    case ProfileSpread::Kind::Move:
+      return projectBy<Road<Form, 2, Moved>>(from, chunks, map, out, reach);
+    case ProfileSpread::Kind::Turn:
+      return projectBy<Road<Form, 2, Turned>>(from, chunks, map, out, reach);
+    default:
+      break;
+  }
   switch (from.transforms.size()) {
     case 0:
-      return projectBy<Form, 0>(from, chunks, map, out, reach);
+      return projectBy<Road<Form, 0>>(from, chunks, map, out, reach);
     case 1:
-      return projectBy<Form, 1>(from, chunks, map, out, reach);
+      return projectBy<Road<Form, 1>>(from, chunks, map, out, reach);
     default:
-      return projectBy<Form, 2>(from, chunks, map, out, reach);
+      return projectBy<Road<Form, 2>>(from, chunks, map, out, reach);
   }
 }
 
@@ -238,7 +281,7 @@ void projectRest(const ColumnVertices& from, const PixelMap& map, std::size_t ch
   ViewProjector projector = map.projector;
   for (std::size_t k = chunk; k < chunk + PixelColumn::kChunk; ++k) {
     if (column.x[k] == kInvisible) {
-      Vec3 vertex{from.x[k], from.y[k], from.z[k]};
+      Vec3 vertex = from.spread({from.x[k], from.y[k], from.z[k]});
       for (const InstanceTransform& transform : from.transforms) {
         vertex = D3DXVec3Transform(vertex, transform.matrix) + transform.offset;
       }

@@ -7,6 +7,7 @@
 #endif
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <hwy/highway.h>
 #include <utility>
@@ -77,18 +78,33 @@ HWY_INLINE std::size_t append(I values, hn::Mask<Ints> mask, std::int32_t* to) {
   }
 }
 
-HWY_INLINE void add(WireQueue& queue, hn::Mask<Ints> mask, I starts, I ways) {
-  append(starts, mask, queue.start + queue.count);
-  queue.count += append(ways, mask, queue.way + queue.count);
+/// `count` is the queue's; where much is added it should be kept in a variable.
+HWY_INLINE void add(WireQueue& queue, std::size_t& count, hn::Mask<Ints> mask, I starts, I ways) {
+  append(starts, mask, queue.start + count);
+  count += append(ways, mask, queue.way + count);
 }
 
-HWY_INLINE void add(WireLists::Pixels& pixels, hn::Mask<Ints> mask, I at) {
-  pixels.count += append(at, mask, pixels.at + pixels.count);
+HWY_INLINE void add(WireLists::Pixels& pixels, std::size_t& count, hn::Mask<Ints> mask, I at) {
+  count += append(at, mask, pixels.at + count);
 }
 
+/// Some at a time, the last one repeated. Loads stand before stores, of which the
+/// compiler cannot know that they do not reach the list.
 HWY_INLINE void lightPixels(WireLists::Pixels& pixels, std::uint8_t* lit) {
-  for (std::size_t i = 0; i < pixels.count; ++i) {
-    lit[static_cast<std::uint32_t>(pixels.at[i])] = kLit;
+  constexpr std::size_t kAtATime = 8;
+  static_assert(kAtATime <= WireQueue::kSpare);
+  const std::size_t count = pixels.count;
+  const std::int32_t* at = pixels.at;
+  if (count == 0) {
+    return;
+  }
+  std::fill_n(pixels.at + count, kAtATime - 1, pixels.at[count - 1]);
+  for (std::size_t i = 0; i < count; i += kAtATime) {
+    std::array<std::uint32_t, kAtATime> some;
+    std::copy_n(at + i, kAtATime, some.begin());
+    for (const std::uint32_t pixel : some) {
+      lit[pixel] = kLit;
+    }
   }
   pixels.count = 0;
 }
@@ -113,6 +129,7 @@ struct Rightward {
 HWY_INLINE void walkThree(WireQueue& queue, WireLists::Pixels& pixels, std::int32_t width) {
   const Ints d;
   const Shorts ds;
+  std::size_t count = pixels.count;
   for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
     const Rightward line(hn::Load(d, queue.start + i), hn::Load(d, queue.way + i), width);
     const S sides = hn::Abs(line.sides);
@@ -123,31 +140,35 @@ HWY_INLINE void walkThree(WireQueue& queue, WireLists::Pixels& pixels, std::int3
     const S second = hn::Sub(line.sides, first);
     const auto inUse = hn::FirstN(d, queue.count - i);
     const auto hasSecond = hn::And(inUse, hn::Eq(word(steps), hn::Set(d, 0x00030003)));
-    add(pixels, inUse, hn::Add(line.left, flattened(word(first), width)));
-    add(pixels, hasSecond, hn::Add(line.left, flattened(word(second), width)));
+    add(pixels, count, inUse, hn::Add(line.left, flattened(word(first), width)));
+    add(pixels, count, hasSecond, hn::Add(line.left, flattened(word(second), width)));
   }
+  pixels.count = count;
   queue.count = 0;
 }
 
 // --- up to seven steps -------------------------------------------------------
 
 // All look-ups of a line stand before its stores, of which the compiler cannot
-// know that they do not reach the table. The target is passed by value for the
-// same reason: its members then stay in registers.
+// know that they do not reach the table. For the same reason what the loop needs
+// is kept in variables of its own.
 template <std::size_t... kInner>
-HWY_INLINE void walkSeven(WireQueue& queue, const WireTarget target,
+HWY_INLINE void walkSeven(WireQueue& queue, const WireTarget& target,
                           std::index_sequence<kInner...> /*inner*/) {
   const Ints d;
+  const std::size_t count = queue.count;
+  std::uint8_t* lit = target.lit;
+  const ShortLines& lines = *target.shortLines;
   const I middle = hn::Set(d, ShortLines::kReach * ShortLines::kSide + ShortLines::kReach);
-  for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
+  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
     const I way = hn::Load(d, queue.way + i);
     hn::Store(hn::Add(flattened(way, ShortLines::kSide), middle), d, queue.way + i);
   }
-  for (std::size_t i = 0; i < queue.count; ++i) {
-    const std::int32_t* inner = (*target.shortLines)[queue.way[i]].data();
-    const std::int64_t start = queue.start[i];
-    const std::int64_t pixels[] = {start + inner[kInner]...};
-    (target.set(pixels[kInner]), ...);
+  for (std::size_t i = 0; i < count; ++i) {
+    const ShortLines::Inner& inner = lines[queue.way[i]];
+    const auto start = static_cast<std::uint32_t>(queue.start[i]);
+    const std::uint32_t pixels[] = {start + static_cast<std::uint32_t>(inner[kInner])...};
+    ((lit[pixels[kInner]] = kLit), ...);
   }
   queue.count = 0;
 }

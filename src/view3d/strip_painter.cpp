@@ -20,13 +20,16 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
   if (strip != strip_) {
     strip_ = strip;
     loadedChunks_ = 0;
-    hidden_.emplace(shape_->transforms(strip.instance), *map_);
+    hidden_.reset();
   }
   const PatchHulls& patches = shape_->patches();
   if (patches.empty() || strip.instance == 0) {
     drawGroup(strip.chunks(), begin, end);
     lightListed(target_, lists_);
     return;
+  }
+  if (!hidden_) {
+    hidden_.emplace(shape_->transforms(strip.instance), *map_);
   }
   const std::size_t chunks = VertexBlock::padded(strip.count) / VertexBlock::kStep;
   for (std::size_t c = begin; c < end; c += PatchHulls::kColumns) {

@@ -44,8 +44,8 @@ void light(const PixelColumn& /*before*/, const PixelColumn& column, const Pixel
 #else
 
 /// Queues the lines of more than one step; `three` counts those of the shortest
-/// class. The classes are told apart by the highest bit of either side, in one case of
-/// a side and two more.
+/// class. The classes are told apart by the highest bit of either side, or of a side
+/// and a little more.
 HWY_INLINE void queueLines(I start, I way, WireLists& lists, std::size_t& three) {
   const Ints d;
   const S sides = hn::Abs(halves(way));
@@ -61,7 +61,9 @@ HWY_INLINE void queueLines(I start, I way, WireLists& lists, std::size_t& three)
     add(lists.five, lists.five.count, hn::AndNot(beyondFive, beyondThree), start, way);
     add(lists.seven, lists.seven.count, hn::AndNot(beyondSeven, beyondFive), start, way);
     if (!hn::AllFalse(d, beyondSeven)) {
-      add(lists.more, lists.more.count, beyondSeven, start, way);
+      const auto beyondNine = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 6))), 0xFFF0FFF0U);
+      add(lists.nine, lists.nine.count, hn::AndNot(beyondNine, beyondSeven), start, way);
+      add(lists.more, lists.more.count, beyondNine, start, way);
     }
   }
 }
@@ -82,8 +84,9 @@ void lightAll(const WireTarget& target, WireLists& lists) {
   walkThree(lists.three, lists.pixels, target.width);
   walkMore(lists.more, target, lists.pixels);
   lightPixels(lists.pixels, target.lit);
-  walkSeven(lists.five, target, std::make_index_sequence<4>());
-  walkSeven(lists.seven, target, std::make_index_sequence<ShortLines::kMost>());
+  walkShort(lists.five, target, std::make_index_sequence<4>());
+  walkShort(lists.seven, target, std::make_index_sequence<6>());
+  walkShort(lists.nine, target, std::make_index_sequence<ShortLines::kMost>());
   leaveVectors();
 }
 
@@ -111,7 +114,8 @@ void light(const PixelColumn& before, const PixelColumn& column, const PixelColu
   lists.pixels.count = pixels;
   lists.three.count = three;
   const std::size_t most =
-      std::max({lists.three.count, lists.five.count, lists.seven.count, lists.more.count});
+      std::max({lists.three.count, lists.five.count, lists.seven.count, lists.nine.count,
+                lists.more.count});
   if (most > WireQueue::kKept || lists.pixels.count > WireLists::Pixels::kKept) {
     lightAll(target, lists);
   }
@@ -139,16 +143,15 @@ void ShortLines::setWidth(std::int32_t width) {
     for (std::int32_t dx = -kReach; dx <= kReach; ++dx) {
       std::array<std::int32_t, kReach + 1> walked{};
       std::size_t count = 0;
-      const LineSegment line = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
-      walkLine(line, width,
+      const LineSegment segment = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
+      walkLine(segment, width,
                [&](std::int64_t pixel) { walked[count++] = static_cast<std::int32_t>(pixel); });
       if (count < 3) {
         continue;
       }
-      Inner& inner =
-          lines_[static_cast<std::size_t>(std::int64_t{dy + kReach} * kSide + dx + kReach)];
+      const auto line = static_cast<std::size_t>((dy + kReach) * kSide + dx + kReach);
       for (std::size_t i = 0; i < kMost; ++i) {
-        inner[i] = walked[i + 2 < count ? i + 1 : 1];
+        inner_[line * kMost + i] = walked[i + 2 < count ? i + 1 : 1];
       }
     }
   }

@@ -9,25 +9,23 @@
 
 namespace pv {
 
-/// The pixels strictly between the ends of a line of up to seven steps, as
+/// The pixels strictly between the ends of a line of up to nine steps, as
 /// distances from the end where one stands, in a frame of a given width.
 class ShortLines {
  public:
-  static constexpr std::int32_t kReach = 7;
-  static constexpr std::int32_t kSide = 16;
+  static constexpr std::int32_t kReach = 9;
+  static constexpr std::int32_t kSide = 2 * kReach + 1;
   static constexpr std::size_t kMost = kReach - 1;  ///< shorter lines repeat a pixel
-  using Inner = std::array<std::int32_t, 8>;
 
   /// Makes the table, unless it is for this width already.
   void setWidth(std::int32_t width);
-  /// The line to (dx, dy) has the index (dy + kReach) * kSide + dx + kReach.
-  [[nodiscard]] const Inner& operator[](std::int32_t index) const {
-    return lines_[static_cast<std::size_t>(index)];
-  }
+  /// The line to (dx, dy) has its kMost distances from here, at kMost times
+  /// (dy + kReach) * kSide + dx + kReach.
+  [[nodiscard]] const std::int32_t* data() const { return inner_.data(); }
 
  private:
   std::int32_t width_ = 0;
-  std::array<Inner, static_cast<std::size_t>(kSide) * kSide> lines_{};
+  std::array<std::int32_t, kMost * kSide * kSide> inner_{};
 };
 
 /// Where one thread collects the pixels of wires: a byte a pixel, row by row.
@@ -75,6 +73,7 @@ struct WireLists {
   WireQueue three;  ///< lines of 2 and 3 steps
   WireQueue five;   ///< 4 and 5
   WireQueue seven;  ///< 6 and 7
+  WireQueue nine;   ///< 8 and 9
   WireQueue more;
 };
 

@@ -52,10 +52,8 @@ HWY_INLINE void paintSome(D d, std::uint32_t colour, const Row& row, std::size_t
   const hn::Rebind<std::int8_t, D> bytes;
   const hn::RebindToSigned<D> words;
   auto lit = hn::LoadU(bytes, row.masks[0] + x);
-  hn::StoreU(hn::Zero(bytes), bytes, row.masks[0] + x);
   for (std::size_t m = 1; m < kMasks; ++m) {
     lit = hn::Or(lit, hn::LoadU(bytes, row.masks[m] + x));
-    hn::StoreU(hn::Zero(bytes), bytes, row.masks[m] + x);
   }
   const auto isLit = hn::BitCast(d, hn::PromoteTo(words, lit));  // all bits or none
   const auto ink = hn::And(isLit, hn::Set(d, colour));
@@ -79,6 +77,17 @@ HWY_INLINE bool hasLight(const Row& row, std::size_t x) {
   return !hn::AllTrue(d, hn::Eq(lit, hn::Zero(d)));
 }
 
+/// Puts the masks out, as many pixels as `kPixels` says.
+template <std::size_t kMasks, std::size_t kPixels>
+HWY_INLINE void putOut(const Row& row, std::size_t x) {
+  const hn::CappedTag<std::int8_t, kPixels> d;
+  for (std::size_t m = 0; m < kMasks; ++m) {
+    for (std::size_t i = 0; i < kPixels; i += hn::Lanes(d)) {
+      hn::StoreU(hn::Zero(d), d, row.masks[m] + x + i);
+    }
+  }
+}
+
 /// Cell by cell, from a cell's start on; cells that are clean and stay so are left.
 template <std::size_t kMasks, bool kBlack>
 HWY_INLINE void paintRow(const Row& row, std::size_t count, std::uint32_t colour,
@@ -96,6 +105,7 @@ HWY_INLINE void paintRow(const Row& row, std::size_t count, std::uint32_t colour
       for (std::size_t i = 0; i < kFrameCell; i += hn::Lanes(d)) {
         paintSome<kMasks, kBlack>(d, colour, row, x + i);
       }
+      putOut<kMasks, kFrameCell>(row, x);
       *dirty = isLit ? 1 : 0;
     }
   }
@@ -104,6 +114,7 @@ HWY_INLINE void paintRow(const Row& row, std::size_t count, std::uint32_t colour
   }
   for (; x < count; ++x) {
     paintSome<kMasks, kBlack>(single, colour, row, x);
+    putOut<kMasks, 1>(row, x);
   }
 }
 

@@ -147,28 +147,28 @@ HWY_INLINE void walkThree(WireQueue& queue, WireLists::Pixels& pixels, std::int3
   queue.count = 0;
 }
 
-// --- up to seven steps -------------------------------------------------------
+// --- up to nine steps --------------------------------------------------------
 
 // All look-ups of a line stand before its stores, of which the compiler cannot
 // know that they do not reach the table. For the same reason what the loop needs
 // is kept in variables of its own.
 template <std::size_t... kInner>
-HWY_INLINE void walkSeven(WireQueue& queue, const WireTarget& target,
+HWY_INLINE void walkShort(WireQueue& queue, const WireTarget& target,
                           std::index_sequence<kInner...> /*inner*/) {
   const Ints d;
-  const std::size_t count = queue.count;
-  std::uint8_t* lit = target.lit;
-  const ShortLines& lines = *target.shortLines;
+  constexpr auto kMost = static_cast<std::int32_t>(ShortLines::kMost);
   const I middle = hn::Set(d, ShortLines::kReach * ShortLines::kSide + ShortLines::kReach);
+  const std::size_t count = queue.count;
   for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
-    const I way = hn::Load(d, queue.way + i);
-    hn::Store(hn::Add(flattened(way, ShortLines::kSide), middle), d, queue.way + i);
+    const I line = hn::Add(flattened(hn::Load(d, queue.way + i), ShortLines::kSide), middle);
+    hn::Store(hn::Mul(line, hn::Set(d, kMost)), d, queue.way + i);
   }
+  const std::int32_t* table = target.shortLines->data();
   for (std::size_t i = 0; i < count; ++i) {
-    const ShortLines::Inner& inner = lines[queue.way[i]];
-    const auto start = static_cast<std::uint32_t>(queue.start[i]);
-    const std::uint32_t pixels[] = {start + static_cast<std::uint32_t>(inner[kInner])...};
-    ((lit[pixels[kInner]] = kLit), ...);
+    const std::int32_t* inner = table + queue.way[i];
+    std::uint8_t* start = target.lit + queue.start[i];
+    const std::int64_t steps[] = {inner[kInner]...};
+    ((start[steps[kInner]] = kLit), ...);
   }
   queue.count = 0;
 }

@@ -159,16 +159,27 @@ HWY_INLINE void walkShort(WireQueue& queue, const WireTarget& target,
   constexpr auto kMost = static_cast<std::int32_t>(ShortLines::kMost);
   const I middle = hn::Set(d, ShortLines::kReach * ShortLines::kSide + ShortLines::kReach);
   const std::size_t count = queue.count;
+  if (count == 0) {
+    return;
+  }
   for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
     const I line = hn::Add(flattened(hn::Load(d, queue.way + i), ShortLines::kSide), middle);
     hn::Store(hn::Mul(line, hn::Set(d, kMost)), d, queue.way + i);
   }
   const std::int32_t* table = target.shortLines->data();
-  for (std::size_t i = 0; i < count; ++i) {
+  std::uint8_t* lit = target.lit;
+  const auto walk = [&](std::size_t i) {
     const std::int32_t* inner = table + queue.way[i];
-    std::uint8_t* start = target.lit + queue.start[i];
+    std::uint8_t* start = lit + queue.start[i];
     const std::int64_t steps[] = {inner[kInner]...};
     ((start[steps[kInner]] = kLit), ...);
+  };
+  // An odd one is walked twice.
+  queue.start[count] = queue.start[count - 1];
+  queue.way[count] = queue.way[count - 1];
+  for (std::size_t i = 0; i < count; i += 2) {
+    walk(i);
+    walk(i + 1);
   }
   queue.count = 0;
 }

@@ -55,7 +55,8 @@ ViewResponse ShapeView::SetEmitterKind(std::int32_t kind) {
     return {};
   }
   kind_ = static_cast<EmitterKind>(kind);
-  profilePath_ = record_.path;
+  const std::span<const Vec3> points = record_.path.inUse();
+  profile_.assign(points.begin(), points.end());
   generate(false);
   return kRepaint;
 }
@@ -66,7 +67,7 @@ void ShapeView::generate(bool shown) {
   if (!sectionsAreCurrent_) {
     EmitterSettings emitter = record_.emitter;
     emitter.kind = kind_;
-    mesh_.SetProfile(profilePath_.inUse());
+    mesh_.SetProfile(profile_);
     beginShape(mesh_, emitter, sections_);
     const auto all = static_cast<std::int64_t>(sections_.vertices() * instances());
     if (all > mesh_.vertexLimit()) {
@@ -115,7 +116,7 @@ const ShapeColumns& ShapeView::updateColumns() {
 void ShapeView::updateMesh() {
   EmitterSettings emitter = record_.emitter;
   emitter.kind = kind_;
-  mesh_.SetProfile(profilePath_.inUse());
+  mesh_.SetProfile(profile_);
   GenerateShape(mesh_, emitter, record_.duplicates, random_,
                 disperses(set_.values) ? Directions::Draw : Directions::SkipOnly);
   ApplyModifiers(mesh_, set_.values, duplicateStep(record_.emitter, record_.duplicates),

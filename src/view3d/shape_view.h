@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "shape/generation.h"
 #include "shape/modifiers.h"
@@ -116,7 +117,7 @@ class ShapeView {
   ShapeRecord record_;  ///< modifier values live in set_, not here
   ModifierSet set_;
   EmitterKind kind_ = EmitterKind::Point;  ///< the last kind that was accepted
-  PathRecord profilePath_;                 ///< the path when the kind was set
+  std::vector<Vec3> profile_;              ///< the path's points when the kind was set
   ShapeMesh mesh_;
   ShapeSections sections_;
   RandomDirections directions_;  ///< none while Vertex Disperse shows none

@@ -55,8 +55,8 @@ void reachOf(const PatchShape& patch, PatchReach& reach) {
   auto furthest = hn::Zero(d);
   auto flaw = hn::Zero(d);  // what is no number, or none after being taken from itself, stays
   for (std::size_t i = 0; i < VertexBlock::kStep; i += hn::Lanes(d)) {
-    const auto share = hn::Min(hn::Mul(hn::Iota(d, static_cast<float>(i)), hn::Set(d, down)),
-                               hn::Set(d, 1.0F));
+    const auto share =
+        hn::Min(hn::Mul(hn::Iota(d, static_cast<float>(i)), hn::Set(d, down)), hn::Set(d, 1.0F));
     auto here = hn::Zero(d);
     for (std::size_t column = 0; column < patch.columns; ++column) {
       const float u = static_cast<float>(column) * across;

@@ -54,7 +54,7 @@ class ShapeSections {
   [[nodiscard]] float along(std::size_t column) const;
   [[nodiscard]] Matrix4 turn(std::size_t column) const;
 
-  VectorStreams profile_;  ///< whole chunks; x and z exchanged for a sweep
+  VectorStreams profile_;   ///< whole chunks; x and z exchanged for a sweep
   bool areNumbers_ = true;  ///< none of the profile's coordinates is infinite or no number
   std::size_t rows_ = 0;
   std::size_t columns_ = 0;

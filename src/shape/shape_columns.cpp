@@ -146,12 +146,12 @@ ColumnVertices ShapeColumns::vertices(std::size_t instance, std::size_t column, 
     sections_->vertices(column, first, count, std::span(then).last(instance > 0 ? 2 : 1),
                         block.place());
     deform(workplace, (instance * columns_ + column) * rows_ + first, count);
-    return {block.x, block.y, block.z, count, std::span(copies_[instance]).last(1),
-            {}};
+    return {block.x, block.y, block.z, count, std::span(copies_[instance]).last(1), {}};
   }
   const std::size_t at = column * VertexBlock::padded(rows_) + first;
-  return {shaped_.x.data() + at, shaped_.y.data() + at, shaped_.z.data() + at, count,
-          transforms(instance), {}};
+  return {shaped_.x.data() + at, shaped_.y.data() + at,
+          shaped_.z.data() + at, count,
+          transforms(instance),  {}};
 }
 
 std::span<const InstanceTransform> ShapeColumns::transforms(std::size_t instance) const {

@@ -145,7 +145,7 @@ class WorkShare::Crew {
 
   std::mutex mutex_;
   std::condition_variable wake_;
-  const Work* work_ = nullptr;  ///< only while a loop runs
+  const Work* work_ = nullptr;           ///< only while a loop runs
   std::atomic<std::uint64_t> loop_ = 0;  ///< so that nobody joins one loop twice
   std::atomic<unsigned> inside_ = 0;
   std::atomic<bool> ends_ = false;

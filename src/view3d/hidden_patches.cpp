@@ -149,8 +149,8 @@ void patchAreas(const HiddenPatches& patches, const PatchHulls::Group& group, st
     const bool isDeep = mode == ViewMode::Perspective;
     storePixels(across, margin(across, axes[0]), map.scaleX, map.projection.centre.x, isDeep,
                 isBefore, areas.lowX + i, areas.highX + i);
-    storePixels(up, margin(up, axes[1]), map.scaleY, map.projection.centre.y,
-                mode == ViewMode::Top, isBefore, areas.lowY + i, areas.highY + i);
+    storePixels(up, margin(up, axes[1]), map.scaleY, map.projection.centre.y, mode == ViewMode::Top,
+                isBefore, areas.lowY + i, areas.highY + i);
   }
 }
 

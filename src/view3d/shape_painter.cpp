@@ -76,9 +76,7 @@ class Rounds {
     const std::size_t begin = round % pieces_ * kColumns;
     const std::size_t first = round / pieces_ % strips_ * kAdvance;
     const std::size_t count = std::min(VertexBlock::kCapacity, rows_ - first);
-    return {{round / pieces_ / strips_, first, count},
-            begin,
-            std::min(begin + kColumns, columns_)};
+    return {{round / pieces_ / strips_, first, count}, begin, std::min(begin + kColumns, columns_)};
   }
 
   // One row at least is shared, and every strip starts at a whole chunk.

@@ -113,9 +113,8 @@ void light(const PixelColumn& before, const PixelColumn& column, const PixelColu
   }
   lists.pixels.count = pixels;
   lists.three.count = three;
-  const std::size_t most =
-      std::max({lists.three.count, lists.five.count, lists.seven.count, lists.nine.count,
-                lists.more.count});
+  const std::size_t most = std::max(
+      {lists.three.count, lists.five.count, lists.seven.count, lists.nine.count, lists.more.count});
   if (most > WireQueue::kKept || lists.pixels.count > WireLists::Pixels::kKept) {
     lightAll(target, lists);
   }
@@ -149,7 +148,8 @@ void ShortLines::setWidth(std::int32_t width) {
       if (count < 3) {
         continue;
       }
-      const auto line = static_cast<std::size_t>((dy + kReach) * kSide + dx + kReach);
+      const std::int32_t place = (dy + kReach) * kSide + dx + kReach;
+      const auto line = static_cast<std::size_t>(place);
       for (std::size_t i = 0; i < kMost; ++i) {
         inner_[line * kMost + i] = walked[i + 2 < count ? i + 1 : 1];
       }

@@ -100,7 +100,7 @@ HWY_INLINE void lightPixels(WireLists::Pixels& pixels, std::uint8_t* lit) {
   }
   std::fill_n(pixels.at + count, kAtATime - 1, pixels.at[count - 1]);
   for (std::size_t i = 0; i < count; i += kAtATime) {
-    std::array<std::uint32_t, kAtATime> some;
+    std::array<std::uint32_t, kAtATime> some{};
     std::copy_n(at + i, kAtATime, some.begin());
     for (const std::uint32_t pixel : some) {
       lit[pixel] = kLit;

@@ -149,8 +149,8 @@ void patchAreas(const HiddenPatches& patches, const PatchHulls::Group& group, st
     const bool isDeep = mode == ViewMode::Perspective;
     storePixels(across, margin(across, axes[0]), map.scaleX, map.projection.centre.x, isDeep,
                 isBefore, areas.lowX + i, areas.highX + i);
-    storePixels(up, margin(up, axes[1]), map.scaleY, map.projection.centre.y,
-                mode == ViewMode::Top, isBefore, areas.lowY + i, areas.highY + i);
+    storePixels(up, margin(up, axes[1]), map.scaleY, map.projection.centre.y, mode == ViewMode::Top,
+                isBefore, areas.lowY + i, areas.highY + i);
   }
 }
 
@@ -164,7 +164,8 @@ HWY_INLINE bool isAllLit(const std::uint8_t* corner, std::int32_t width, std::si
     return false;
   }
   for (std::size_t x = 0; x < columns; x += hn::Lanes(d)) {
-    const auto inUse = hn::FirstN(d, columns - x);
+    // No more than there are: a lane cannot count further than 127.
+    const auto inUse = hn::FirstN(d, std::min(columns - x, hn::Lanes(d)));
     const std::uint8_t* row = corner + x;
     for (std::size_t y = 0; y < rows; ++y, row += width) {
       const auto dark = hn::Eq(hn::LoadU(d, row), hn::Zero(d));

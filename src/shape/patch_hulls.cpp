@@ -55,8 +55,8 @@ void reachOf(const PatchShape& patch, PatchReach& reach) {
   auto furthest = hn::Zero(d);
   auto flaw = hn::Zero(d);  // what is no number, or none after being taken from itself, stays
   for (std::size_t i = 0; i < VertexBlock::kStep; i += hn::Lanes(d)) {
-    const auto share = hn::Min(hn::Mul(hn::Iota(d, static_cast<float>(i)), hn::Set(d, down)),
-                               hn::Set(d, 1.0F));
+    const auto share =
+        hn::Min(hn::Mul(hn::Iota(d, static_cast<float>(i)), hn::Set(d, down)), hn::Set(d, 1.0F));
     auto here = hn::Zero(d);
     for (std::size_t column = 0; column < patch.columns; ++column) {
       const float u = static_cast<float>(column) * across;
@@ -154,9 +154,9 @@ void PatchHulls::fill(const VectorStreams& vertices, std::size_t column) {
       reach[chunk - 1] = furtherOf(reach[chunk - 1], squares.firstRow);
     }
   }
-  // More than rounding may have taken away above.
+  // More than rounding may have taken away above, and squares that are too small.
   for (std::size_t chunk = 0; chunk < chunks_; ++chunk) {
-    reach[chunk] = std::sqrt(reach[chunk]) * (1.0F + 0x1p-16F) + size[chunk] * 0x1p-20F;
+    reach[chunk] = std::sqrt(reach[chunk]) * (1.0F + 0x1p-16F) + size[chunk] * 0x1p-19F + 0x1p-72F;
     size[chunk] += 2.0F * reach[chunk];
   }
 }

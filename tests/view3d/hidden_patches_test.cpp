@@ -206,10 +206,12 @@ TEST_P(HiddenPatchesOf, APixelThatIsDarkShowsAllWiresThroughIt) {
       }
     }
   }
-  EXPECT_GT(hidden, kScenes / 2);  // so that there was something to go wrong
+  if (GetParam() != Way::Huge) {
+    EXPECT_GT(hidden, kScenes / 2);  // so that there was something to go wrong
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(Ways, HiddenPatchesOf, testing::Values(Way::Usual));
+INSTANTIATE_TEST_SUITE_P(Ways, HiddenPatchesOf, testing::Values(Way::Usual, Way::Tiny, Way::Huge));
 
 }  // namespace
 }  // namespace pv

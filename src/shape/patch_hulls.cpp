@@ -154,9 +154,9 @@ void PatchHulls::fill(const VectorStreams& vertices, std::size_t column) {
       reach[chunk - 1] = furtherOf(reach[chunk - 1], squares.firstRow);
     }
   }
-  // More than rounding may have taken away above.
+  // More than rounding may have taken away above, and squares that are too small.
   for (std::size_t chunk = 0; chunk < chunks_; ++chunk) {
-    reach[chunk] = std::sqrt(reach[chunk]) * (1.0F + 0x1p-16F) + size[chunk] * 0x1p-20F;
+    reach[chunk] = std::sqrt(reach[chunk]) * (1.0F + 0x1p-16F) + size[chunk] * 0x1p-19F + 0x1p-72F;
     size[chunk] += 2.0F * reach[chunk];
   }
 }

@@ -139,7 +139,8 @@ void patchAreas(const HiddenPatches& patches, const PatchHulls::Group& group, st
     const F size = hn::LoadU(d, group.size + first + i);
     const F depthSlack = slack(axes[2], reach, size);
     const F nearest = hn::Sub(around(left.depth + i, right.depth + i).low, depthSlack);
-    const auto isBefore = hn::Gt(nearest, constant(0x1p-6F));
+    const auto isBefore =
+        hn::And(hn::Gt(nearest, constant(0x1p-6F)), hn::Lt(size, constant(patches.sizeEnd())));
     const auto margin = [&](const Span& span, const Axis& axis) HWY_ATTR {
       const F furthest = hn::Max(hn::Abs(span.low), hn::Abs(span.high));
       return hn::Div(hn::Add(slack(axis, reach, size), hn::Mul(depthSlack, furthest)), nearest);
@@ -164,7 +165,8 @@ HWY_INLINE bool isAllLit(const std::uint8_t* corner, std::int32_t width, std::si
     return false;
   }
   for (std::size_t x = 0; x < columns; x += hn::Lanes(d)) {
-    const auto inUse = hn::FirstN(d, columns - x);
+    // No more than there are: a lane cannot count further than 127.
+    const auto inUse = hn::FirstN(d, std::min(columns - x, hn::Lanes(d)));
     const std::uint8_t* row = corner + x;
     for (std::size_t y = 0; y < rows; ++y, row += width) {
       const auto dark = hn::Eq(hn::LoadU(d, row), hn::Zero(d));
@@ -212,8 +214,11 @@ HWY_EXPORT(visible);
 namespace {
 
 // Each vertex goes the way matrix by matrix, with fewer than 8 roundings of 2^-24
-// of the terms' sizes in each, and the way in one step has as many.
+// of the terms' sizes in each, and the way in one step has as many. Numbers so small
+// that they have fewer digits lose less than 2^-148 of a unit to begin with, which a
+// second matrix can make 2^-18 of one.
 constexpr double kRounding = 0x1p-17;
+constexpr double kLostDigits = 0x1p-16;  // units
 
 /// What a point (x, y, z, 1) is multiplied with to get one coordinate, and the same
 /// of its terms' sizes.
@@ -254,10 +259,38 @@ HiddenPatches::Axis axisOf(const Way& way) {
   const auto [x, y, z, one] = way.sizes;
   axis.stretch =
       static_cast<float>(std::hypot(way.factors[0], way.factors[1], way.factors[2]) * 1.0001);
-  axis.rounding = static_cast<float>(one * kRounding);
+  axis.rounding = static_cast<float>(one * kRounding + kLostDigits);
   axis.roundingPerSize = static_cast<float>(std::max({x, y, z}) * kRounding);
   return axis;
 }
+
+/// How large a vertex may be so that none of its coordinates gets near infinity on
+/// the way: `factor` times its size and `offset` is the most that they can be.
+class Growth {
+ public:
+  void pass(const Matrix4& matrix, const Vec3& move) {
+    double most = 0.0;
+    for (std::size_t row = 0; row < 3; ++row) {
+      for (std::size_t c = 0; c < 3; ++c) {
+        most = std::max(most, std::abs(double{matrix.m[row][c]}));
+      }
+    }
+    const auto& last = matrix.m[3];
+    factor_ *= 3.0 * most;
+    offset_ *= 3.0 * most;
+    for (const float more : {last[0], last[1], last[2], move.x, move.y, move.z}) {
+      offset_ += std::abs(double{more});
+    }
+    sizeEnd_ = std::clamp((kMost - offset_) / factor_, 0.0, sizeEnd_);
+  }
+  [[nodiscard]] float sizeEnd() const { return static_cast<float>(sizeEnd_); }
+
+ private:
+  static constexpr double kMost = 0x1p112;  // times a canvas is still a number
+  double factor_ = 1.0;
+  double offset_ = 0.0;
+  double sizeEnd_ = kMost;
+};
 
 }  // namespace
 
@@ -275,6 +308,14 @@ HiddenPatches::HiddenPatches(std::span<const InstanceTransform> transforms, cons
     }
     axes_[i] = axisOf(ways[i]);
   }
+  Growth growth;
+  for (const InstanceTransform& transform : transforms) {
+    growth.pass(transform.matrix, transform.offset);
+  }
+  if (mode == ViewMode::Perspective) {
+    growth.pass(map.projection.view, {});
+  }
+  sizeEnd_ = growth.sizeEnd();
 }
 
 std::uint32_t HiddenPatches::visible(const PatchHulls::Group& group, std::size_t firstChunk,

@@ -36,11 +36,14 @@ class HiddenPatches {
   };
   /// Across and up, as multiples of the third; that is 1 in flat views.
   [[nodiscard]] const std::array<Axis, 3>& axes() const { return axes_; }
+  /// Vertices of less than this size stay numbers all the way.
+  [[nodiscard]] float sizeEnd() const { return sizeEnd_; }
   [[nodiscard]] const PixelMap& map() const { return *map_; }
 
  private:
   const PixelMap* map_;
   std::array<Axis, 3> axes_;
+  float sizeEnd_;
 };
 
 }  // namespace pv

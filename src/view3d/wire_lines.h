@@ -59,8 +59,11 @@ struct alignas(64) WireQueue {
 struct WireLists {
   struct alignas(64) Pixels {
     static constexpr std::size_t kKept = 1024;
-    /// Vertices, and two inner pixels of every line that waits in `three`.
-    static constexpr std::size_t kRoom = kKept + VertexBlock::kCapacity + 2 * WireQueue::kRoom;
+    static constexpr std::size_t kLongest = 64;  ///< pixels of a line that is listed
+    /// Vertices, two inner pixels of every line that waits in `three`, and the first
+    /// of those in `more`.
+    static constexpr std::size_t kRoom =
+        kKept + VertexBlock::kCapacity + 2 * WireQueue::kRoom + kLongest;
     // Left unset as well.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
     Pixels() {}

@@ -7,6 +7,7 @@
 #endif
 
 #include <cstddef>
+#include <cstdint>
 #include <hwy/highway.h>
 
 #include "shape/profile_spread-inl.h"
@@ -29,7 +30,9 @@ HWY_INLINE I quickTruncate(F v) {
 #elif HWY_TARGET == HWY_AVX2
   return I{_mm256_cvttps_epi32(v.raw)};
 #else
-  return hn::ConvertTo(Ints(), v);
+  // Some processors make 0 of what is no number.
+  const I number = hn::ConvertTo(Ints(), v);
+  return hn::IfThenElse(hn::RebindMask(Ints(), hn::Eq(v, v)), number, hn::Set(Ints(), INT32_MIN));
 #endif
 }
 

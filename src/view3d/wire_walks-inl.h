@@ -187,6 +187,7 @@ HWY_INLINE void walkShort(WireQueue& queue, const WireTarget& target,
 // --- longer lines ------------------------------------------------------------
 
 constexpr std::int32_t kVectorWalk = 63;  // steps
+static_assert(kVectorWalk < WireLists::Pixels::kLongest);
 
 struct Walks {
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)

@@ -229,12 +229,12 @@ struct Way {
 
 /// One coordinate after a matrix and a move, as one before them.
 Way before(const Way& way, const Matrix4& matrix, const Vec3& move) {
-  const std::array<double, 4> moves{move.x, move.y, move.z, 0.0};
+  const std::array<float, 3> moves{move.x, move.y, move.z};
   Way result;
   for (std::size_t row = 0; row < 4; ++row) {
     for (std::size_t c = 0; c < 3; ++c) {
-      const double factor = matrix.m[row][c];
-      const double more = row == 3 ? moves[c] : 0.0;
+      const auto factor = static_cast<double>(matrix.m[row][c]);
+      const auto more = static_cast<double>(row == 3 ? moves[c] : 0.0F);
       result.factors[row] += (factor + more) * way.factors[c];
       result.sizes[row] += (std::abs(factor) + std::abs(more)) * way.sizes[c];
     }
@@ -269,17 +269,18 @@ HiddenPatches::Axis axisOf(const Way& way) {
 class Growth {
  public:
   void pass(const Matrix4& matrix, const Vec3& move) {
-    double most = 0.0;
+    float most = 0.0F;
     for (std::size_t row = 0; row < 3; ++row) {
       for (std::size_t c = 0; c < 3; ++c) {
-        most = std::max(most, std::abs(double{matrix.m[row][c]}));
+        most = std::max(most, std::abs(matrix.m[row][c]));
       }
     }
+    const auto growth = 3.0 * static_cast<double>(most);
     const auto& last = matrix.m[3];
-    factor_ *= 3.0 * most;
-    offset_ *= 3.0 * most;
+    factor_ *= growth;
+    offset_ *= growth;
     for (const float more : {last[0], last[1], last[2], move.x, move.y, move.z}) {
-      offset_ += std::abs(double{more});
+      offset_ += static_cast<double>(std::abs(more));
     }
     sizeEnd_ = std::clamp((kMost - offset_) / factor_, 0.0, sizeEnd_);
   }

@@ -26,7 +26,7 @@ using reference::Taste;
 
 // Unoptimised and watched, a frame takes fifty times as long.
 #ifdef __SANITIZE_ADDRESS__
-constexpr int kChanges = 150;
+constexpr int kChanges = 80;
 #else
 constexpr int kChanges = 1500;
 #endif

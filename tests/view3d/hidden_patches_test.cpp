@@ -43,7 +43,7 @@ Vec3 times(Vec3 v, float factor) {
 /// Numbers on the way from a stored vertex to the eye.
 enum class Way : std::uint8_t {
   Usual,
-  Tiny,  ///< whose squares are no numbers, until a copy's scale
+  Tiny,  ///< whose squares are 0, until a scale makes them large
   Huge   ///< that become infinite and would be small again after the second matrix
 };
 

@@ -23,7 +23,7 @@ class alignas(64) ClaimRange {
   static constexpr std::size_t kMostRounds = UINT32_MAX;
   static constexpr std::size_t kNone = SIZE_MAX;
 
-  void set(std::size_t begin, std::size_t end) { ends_.store(begin | end << 32U); }
+  void set(std::uint64_t begin, std::uint64_t end) { ends_.store(begin | end << 32U); }
   std::size_t claimFirst() {
     std::uint64_t ends = ends_.load();
     while (begin(ends) < end(ends)) {

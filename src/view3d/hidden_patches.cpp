@@ -4,7 +4,6 @@
 // pixels, and as far around as its reach looks at its nearest corner's depth.
 #include "view3d/hidden_patches.h"
 
-
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "view3d/hidden_patches.cpp"
 #include "math/simd.h"

@@ -91,22 +91,22 @@ void walkLong(std::int64_t pixel, std::int64_t forward, std::int64_t sideways, s
 }
 
 // Bresenham's walk: calls `set` with the offset of every pixel, both ends
-// included, in a picture of `width` words a row. x1 <= x2. An error of exactly 0
+// included, in a picture of `pitch` words a row. x1 <= x2. An error of exactly 0
 // steps sideways. Most lines of a frame are one to three pixels long, so a step
 // has no branch that could be guessed wrongly.
 template <class Set>
-void walkLine(const LineSegment& s, std::int64_t width, Set set) {
+void walkLine(const LineSegment& s, std::int64_t pitch, Set set) {
   const std::int64_t dx = s.x2 - s.x1;
   const std::int64_t dy = s.y2 - s.y1;
   std::int64_t steps = dx;
   std::int64_t drift = dy < 0 ? -dy : dy;
   std::int64_t forward = 1;
-  std::int64_t sideways = dy < 0 ? -width : width;
+  std::int64_t sideways = dy < 0 ? -pitch : pitch;
   if (drift > steps) {
     std::swap(steps, drift);
     std::swap(forward, sideways);
   }
-  std::int64_t pixel = s.y1 * width + s.x1;
+  std::int64_t pixel = s.y1 * pitch + s.x1;
   if (steps >= kLongWalk && steps <= kMostLongSteps) {
     walkLong(pixel, forward, sideways, steps, drift, set);
     return;
@@ -121,17 +121,25 @@ void walkLine(const LineSegment& s, std::int64_t width, Set set) {
   set(pixel);
 }
 
+/// A picture as lines see it.
+struct LineArea {
+  std::int64_t width;
+  std::int64_t height;
+  std::int64_t pitch;  ///< offset from a pixel to the one above it
+};
+
 /// The offsets of the pixels of the line from (x1, y1) to (x2, y2), clipped to
-/// a picture of width x height words: a horizontal line without its right end,
-/// every other one with both ends. Clipped at most once an axis; what is still
-/// outside is dropped.
+/// the picture: a horizontal line without its right end, every other one with both
+/// ends. Clipped at most once an axis; what is still outside is dropped.
 template <class Set>
 void forEachLinePixel(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2,
-                      std::int64_t width, std::int64_t height, Set set) {
+                      const LineArea& area, Set set) {
+  const std::int64_t width = area.width;
+  const std::int64_t height = area.height;
   LineSegment s = x1 <= x2 ? LineSegment{x1, y1, x2, y2} : LineSegment{x2, y2, x1, y1};
   if (y1 == y2) {
     if (y1 >= 0 && y1 < height) {
-      const std::int64_t row = y1 * width;
+      const std::int64_t row = y1 * area.pitch;
       const std::int64_t end = std::min(s.x2, width);
       for (std::int64_t x = std::max<std::int64_t>(s.x1, 0); x < end; ++x) {
         set(row + x);
@@ -149,7 +157,7 @@ void forEachLinePixel(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::in
       return;
     }
   }
-  walkLine(s, width, set);
+  walkLine(s, area.pitch, set);
 }
 
 }  // namespace pv

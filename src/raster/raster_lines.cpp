@@ -10,7 +10,7 @@ void RasterCanvas::line(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::
     MMXDWORDset(row.data(), colour, row.size());
     return;
   }
-  forEachLinePixel(x1, y1, x2, y2, width, height,
+  forEachLinePixel(x1, y1, x2, y2, {width, height, width},
                    [to = pixels, value = colour](std::int64_t pixel) { to[pixel] = value; });
 }
 

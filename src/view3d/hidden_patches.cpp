@@ -152,22 +152,35 @@ void patchAreas(const HiddenPatches& patches, const PatchHulls::Group& group, st
   }
 }
 
-/// Whether all bytes of a rectangle are lit. Where some are not, mostly one of its
+/// The pixels of a row of cells that a rectangle covers: the marks that its words must
+/// have.
+HWY_INLINE std::uint32_t wanted(std::int32_t cellRow, std::int32_t low, std::int32_t high,
+                                std::uint32_t marked) {
+  constexpr std::int32_t kHeight = FrameCells::kHeight;
+  const std::int32_t below = std::max(low - cellRow, 0);
+  const std::int32_t above = std::max(cellRow + kHeight - 1 - high, 0);
+  const std::uint32_t rows = (~std::uint32_t{0} << (8 * below)) & (~std::uint32_t{0} >> (8 * above));
+  return rows & marked;
+}
+
+/// Whether all pixels of an area are lit. Where some are not, mostly one of its
 /// corners sticks out of what is.
-HWY_INLINE bool isAllLit(const std::uint8_t* corner, std::int32_t width, std::size_t columns,
-                         std::size_t rows) {
-  const hn::ScalableTag<std::uint8_t> d;
-  const std::uint8_t* top = corner + static_cast<std::int64_t>(rows - 1) * width;
-  if ((corner[0] & corner[columns - 1] & top[0] & top[columns - 1]) == 0) {
+HWY_INLINE bool isAllLit(const MaskPixels& lit, std::int32_t lowX, std::int32_t lowY,
+                         std::int32_t highX, std::int32_t highY) {
+  constexpr std::int32_t kHeight = FrameCells::kHeight;
+  const hn::ScalableTag<std::uint32_t> d;
+  const std::uint8_t* bytes = lit.bytes();
+  const auto at = [&](std::int32_t x, std::int32_t y) { return bytes[lit.cells.byte(x, y)]; };
+  if ((at(lowX, lowY) & at(highX, lowY) & at(lowX, highY) & at(highX, highY) & lit.mark) == 0) {
     return false;
   }
-  for (std::size_t x = 0; x < columns; x += hn::Lanes(d)) {
-    // No more than there are: a lane cannot count further than 127.
-    const auto inUse = hn::FirstN(d, std::min(columns - x, hn::Lanes(d)));
-    const std::uint8_t* row = corner + x;
-    for (std::size_t y = 0; y < rows; ++y, row += width) {
-      const auto dark = hn::Eq(hn::LoadU(d, row), hn::Zero(d));
-      if (!hn::AllFalse(d, hn::And(dark, inUse))) {
+  const auto columns = static_cast<std::size_t>(highX - lowX + 1);
+  for (std::int32_t y = lowY / kHeight * kHeight; y <= highY; y += kHeight) {
+    const std::uint32_t* words = lit.words + lit.cells.word(lowX, y);
+    const auto marks = hn::Set(d, wanted(y, lowY, highY, lit.markedWord()));
+    for (std::size_t x = 0; x < columns; x += hn::Lanes(d)) {
+      const auto dark = hn::Ne(hn::And(hn::LoadU(d, words + x), marks), marks);
+      if (!hn::AllFalse(d, hn::And(dark, hn::FirstN(d, columns - x)))) {
         return false;
       }
     }
@@ -176,7 +189,7 @@ HWY_INLINE bool isAllLit(const std::uint8_t* corner, std::int32_t width, std::si
 }
 
 std::uint32_t visible(const HiddenPatches& patches, const PatchHulls::Group& group,
-                      std::size_t first, std::size_t chunks, const std::uint8_t* lit) {
+                      std::size_t first, std::size_t chunks, const MaskPixels& lit) {
   constexpr std::int32_t kMost = 128;  // pixels a side: what is larger is rarely hidden
   const PixelMap& map = patches.map();
   PatchAreas areas;
@@ -191,8 +204,7 @@ std::uint32_t visible(const HiddenPatches& patches, const PatchHulls::Group& gro
     const std::int32_t rows = areas.highY[i] - y + 1;
     const bool isHidden =
         isOnCanvas && columns <= kMost && rows <= kMost &&
-        isAllLit(lit + std::int64_t{y} * map.width + x, map.width,
-                 static_cast<std::size_t>(columns), static_cast<std::size_t>(rows));
+        isAllLit(lit, x, y, areas.highX[i], areas.highY[i]);
     result |= static_cast<std::uint32_t>(!isHidden) << i;
   }
   leaveVectors();
@@ -209,7 +221,7 @@ namespace pv {
 HWY_EXPORT(visible);
 
 std::uint32_t HiddenPatches::visible(const PatchHulls::Group& group, std::size_t firstChunk,
-                                     std::size_t chunks, const std::uint8_t* lit) const {
+                                     std::size_t chunks, const MaskPixels& lit) const {
   return HWY_DYNAMIC_DISPATCH(visible)(*this, group, firstChunk, chunks, lit);
 }
 

@@ -7,6 +7,7 @@
 
 #include "shape/duplicates.h"
 #include "shape/patch_hulls.h"
+#include "view3d/frame_cells.h"
 #include "view3d/wire_projection.h"
 
 namespace pv {
@@ -20,11 +21,10 @@ class HiddenPatches {
   /// `transforms` are those of the instance. The map must outlive this.
   HiddenPatches(std::span<const InstanceTransform> transforms, const PixelMap& map);
 
-  /// `lit` holds map.width bytes a row, and 64 readable ones behind the last. Bit c
-  /// of the result is set while the c-th of the `chunks` (32 at most) chunks of rows
-  /// from `firstChunk` on has to be drawn.
+  /// `lit` is of the map's frame. Bit c of the result is set while the c-th of the
+  /// `chunks` (32 at most) chunks of rows from `firstChunk` on has to be drawn.
   [[nodiscard]] std::uint32_t visible(const PatchHulls::Group& group, std::size_t firstChunk,
-                                      std::size_t chunks, const std::uint8_t* lit) const;
+                                      std::size_t chunks, const MaskPixels& lit) const;
 
   /// The whole way from a stored coordinate to one before the eye, in one step.
   /// It stays closer to every vertex than rounding + size * its roundingPerSize.

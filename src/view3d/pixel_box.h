@@ -6,12 +6,6 @@
 
 namespace pv {
 
-/// Pixels of a row of a frame that are kept account of together.
-inline constexpr std::size_t kFrameCell = 64;
-[[nodiscard]] inline std::size_t frameCells(std::int32_t width) {
-  return (static_cast<std::size_t>(width) + kFrameCell - 1) / kFrameCell;
-}
-
 /// Pixels from (left, bottom) up to, and without, (right, top).
 struct PixelBox {
   std::int32_t left = 0;

@@ -20,6 +20,7 @@ inline constexpr std::int32_t kInvisible = INT32_MIN;
 /// its missing neighbour makes a line without length.
 struct alignas(64) PixelColumn {
   static constexpr std::size_t kLead = 16;
+  static constexpr std::int32_t kSpotPitch = 65536;  ///< from a word to that of the pixel above
   static constexpr std::size_t kChunk = VertexBlock::kStep;
   static_assert(VertexBlock::kCapacity / kChunk <= 32);
 

@@ -15,19 +15,21 @@ namespace pv {
 namespace {
 
 /// What RasterCanvas::squareDot fills.
-void lightDot(std::uint8_t* lit, const RasterCanvas& canvas, PixelPoint at, float halfSize) {
-  const auto x = static_cast<float>(at.x);
-  const auto y = static_cast<float>(at.y);
+void lightDot(const MaskPixels& lit, const RasterCanvas& canvas, PixelPoint at, float halfSize) {
+  const auto middleX = static_cast<float>(at.x);
+  const auto middleY = static_cast<float>(at.y);
   const bool single = halfSize > 0.0F && halfSize < 1.0F;
-  const std::int64_t left = single ? at.x : truncate(x - halfSize);
-  const std::int64_t bottom = single ? at.y : truncate(y - halfSize);
-  const std::int64_t right = single ? left + 1 : truncate(x + halfSize);
-  const std::int64_t top = single ? bottom + 1 : truncate(y + halfSize);
-  const std::int64_t from = std::max<std::int64_t>(left, 0);
-  const std::int64_t to = std::min<std::int64_t>(right, canvas.width);
-  for (std::int64_t row = std::max<std::int64_t>(bottom, 0);
-       row < std::min<std::int64_t>(top, canvas.height) && from < to; ++row) {
-    std::fill(lit + row * canvas.width + from, lit + row * canvas.width + to, kLit);
+  const std::int64_t left = single ? at.x : truncate(middleX - halfSize);
+  const std::int64_t bottom = single ? at.y : truncate(middleY - halfSize);
+  const std::int64_t right = single ? left + 1 : truncate(middleX + halfSize);
+  const std::int64_t top = single ? bottom + 1 : truncate(middleY + halfSize);
+  const auto clipped = [](std::int64_t value, std::int32_t size) {
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, 0, size));
+  };
+  for (std::int32_t y = clipped(bottom, canvas.height); y < clipped(top, canvas.height); ++y) {
+    for (std::int32_t x = clipped(left, canvas.width); x < clipped(right, canvas.width); ++x) {
+      lit.light(x, y);
+    }
   }
 }
 
@@ -97,12 +99,12 @@ class Rounds {
 bool ShapePainter::begin(const RasterCanvas& canvas, const ShapeColumns& shape, std::size_t masks) {
   box_ = {};
   masks_.resize(masks);
+  mark_ = WireMask::nextMark(mark_);
   for (WireMask& mask : masks_) {
-    if (!mask.resize(canvas.width, canvas.height)) {
+    if (!mask.begin(canvas.width, canvas.height, mark_)) {
       masks_.clear();
       return false;
     }
-    mask.reach().clear();
   }
   return canvas.width > 0 && shape.instances() > 0 && shape.rows() > 0;
 }
@@ -121,11 +123,11 @@ PixelBox ShapePainter::collectLines(const RasterCanvas& canvas, const ShapeColum
   if (!begin(canvas, shape, rounds.workers(share))) {
     return {};
   }
-  shortLines_.setWidth(canvas.width);
+  shortLines_.setCells(FrameCells(canvas.width, canvas.height));
   const PixelMap map(projection, projector, canvas.width, canvas.height);
   painters_.resize(std::max(painters_.size(), masks_.size()));
   for (std::size_t i = 0; i < masks_.size(); ++i) {
-    painters_[i].begin(shape, map, {masks_[i].lit(), canvas.width, canvas.height, &shortLines_},
+    painters_[i].begin(shape, map, {masks_[i].pixels(), canvas.width, canvas.height, &shortLines_},
                        masks_[i].reach());
   }
   const auto work = [&](const Rounds::Piece& piece, unsigned worker) {
@@ -137,23 +139,32 @@ PixelBox ShapePainter::collectLines(const RasterCanvas& canvas, const ShapeColum
   }
   // What the first instance has lit hides much of the others, for all threads.
   rounds.run(0, 1, share, work);
-  shareLit(end(), canvas.width);
+  shareLit(end());
   rounds.run(1, shape.instances(), share, work);
   return end();
 }
 
-void ShapePainter::shareLit(const PixelBox& box, std::int32_t width) {
-  for (std::int32_t y = box.bottom; y < box.top && masks_.size() > 1; ++y) {
-    const std::int64_t first = std::int64_t{y} * width + box.left;
+void ShapePainter::shareLit(const PixelBox& box) {
+  if (masks_.size() < 2 || box.empty()) {
+    return;
+  }
+  constexpr std::int32_t kHeight = FrameCells::kHeight;
+  const FrameCells cells = masks_[0].pixels().cells;
+  for (std::int32_t y = box.bottom / kHeight * kHeight; y < box.top; y += kHeight) {
+    const std::int64_t first = cells.word(box.left, y);
     const std::int64_t count = box.right - box.left;
-    std::uint8_t* all = masks_[0].lit() + first;
+    std::uint32_t* all = masks_[0].pixels().words + first;
     for (std::size_t m = 1; m < masks_.size(); ++m) {
-      const std::uint8_t* lit = masks_[m].lit() + first;
+      const std::uint32_t* lit = masks_[m].pixels().words + first;
       std::transform(all, all + count, lit, all, std::bit_or<>());
     }
     for (std::size_t m = 1; m < masks_.size(); ++m) {
-      std::copy_n(all, count, masks_[m].lit() + first);
+      std::copy_n(all, count, masks_[m].pixels().words + first);
     }
+  }
+  for (WireMask& mask : masks_) {
+    mask.reach().include(box.left, box.bottom);
+    mask.reach().include(box.right - 1, box.top - 1);
   }
 }
 
@@ -181,7 +192,7 @@ PixelBox ShapePainter::collectDots(const RasterCanvas& canvas, const ShapeColumn
                     strip.chunks(), map, pixels, mask.reach());
       for (std::size_t k = 0; k < strip.count; ++k) {
         if (const PixelPoint point = pixels.at(k); point.x != kInvisible) {
-          lightDot(mask.lit(), canvas, point, halfSize);
+          lightDot(mask.pixels(), canvas, point, halfSize);
         }
       }
     }
@@ -204,6 +215,7 @@ void ShapePainter::paint(ViewFrame& frame, WorkShare& share) {
                 frame.dirty(),
                 frame.width(),
                 kShapeColour | 0xFF000000U,
+                mark_,
                 masks_,
                 {box.left, bottom, box.right, top}});
   };

@@ -36,9 +36,10 @@ class ShapePainter {
   bool begin(const RasterCanvas& canvas, const ShapeColumns& shape, std::size_t masks);
   PixelBox end();
   /// Gives every mask what any of them has lit.
-  void shareLit(const PixelBox& box, std::int32_t width);
+  void shareLit(const PixelBox& box);
 
   std::vector<WireMask> masks_;        ///< one a thread
+  std::uint8_t mark_ = WireMask::kFirstMark;
   std::deque<StripPainter> painters_;  ///< one a thread at least
   PixelBox box_;
   ShortLines shortLines_;

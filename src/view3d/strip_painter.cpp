@@ -34,7 +34,7 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
   const std::size_t chunks = VertexBlock::padded(strip.count) / VertexBlock::kStep;
   for (std::size_t c = begin; c < end; c += PatchHulls::kColumns) {
     const std::uint32_t visible =
-        hidden_->visible(patches.group(c), strip.first / VertexBlock::kStep, chunks, target_.lit);
+        hidden_->visible(patches.group(c), strip.first / VertexBlock::kStep, chunks, target_.pixels);
     if (visible != 0) {
       drawGroup(visible, c, std::min(c + PatchHulls::kColumns, end));
     }
@@ -111,8 +111,9 @@ void StripPainter::drawLine(PixelPoint a, PixelPoint b) {
   if (a == b || a.x == kInvisible || b.x == kInvisible) {
     return;
   }
-  forEachLinePixel(a.x, a.y, b.x, b.y, target_.width, target_.height,
-                   [target = target_](std::int64_t pixel) { target.set(pixel); });
+  forEachLinePixel(a.x, a.y, b.x, b.y,
+                   {target_.width, target_.height, PixelColumn::kSpotPitch},
+                   [pixels = target_.pixels](std::int64_t spot) { pixels.lightSpot(spot); });
 }
 
 }  // namespace pv

@@ -27,23 +27,24 @@ bool ViewFrame::begin(const BackgroundScene& scene) {
   covered_ = {};
   kept_ = {};
   const auto size = static_cast<std::size_t>(scene.width) * static_cast<std::size_t>(scene.height);
-  const std::size_t cells = frameCells(scene.width) * static_cast<std::size_t>(scene.height);
-  isComplete_ = pixels_.resize(size) && background_.resize(size) && dirty_.resize(cells);
+  cells_ = FrameCells(scene.width, scene.height);
+  isComplete_ = pixels_.resize(size) && background_.resize(size) && dirty_.resize(cells_.count());
   if (!isComplete_) {
     pixels_.clear();
     return false;
   }
   MMXDWORDset(pixels_.data(), 0, size);
-  std::fill_n(dirty_.data(), cells, std::uint8_t{0});
+  std::fill_n(dirty_.data(), dirty_.size(), std::uint8_t{0});
   return true;
 }
 
-// Rows of whole cells where the width allows it.
+// Whole cells where the size allows it.
 void ViewFrame::cover(const PixelBox& drawn) {
-  constexpr auto kCell = static_cast<std::int32_t>(kFrameCell);
-  PixelBox box = drawn;
-  box.left = box.left / kCell * kCell;
-  box.right = std::min((box.right + kCell - 1) / kCell * kCell, scene_.width);
+  constexpr std::int32_t kWidth = FrameCells::kWidth;
+  constexpr std::int32_t kHeight = FrameCells::kHeight;
+  const PixelBox box{drawn.left / kWidth * kWidth, drawn.bottom / kHeight * kHeight,
+                     std::min((drawn.right + kWidth - 1) / kWidth * kWidth, scene_.width),
+                     std::min((drawn.top + kHeight - 1) / kHeight * kHeight, scene_.height)};
   if (!kept_.contains(box)) {
     keep(box);
   }
@@ -56,11 +57,10 @@ void ViewFrame::restore() {
 }
 
 void ViewFrame::touch(const PixelBox& box) {
-  const std::size_t pitch = frameCells(scene_.width);
-  for (std::int32_t y = box.bottom; y < box.top && !box.empty(); ++y) {
-    std::uint8_t* row = dirty_.data() + static_cast<std::size_t>(y) * pitch;
-    std::fill(row + static_cast<std::size_t>(box.left) / kFrameCell,
-              row + static_cast<std::size_t>(box.right - 1) / kFrameCell + 1, std::uint8_t{1});
+  constexpr std::int32_t kHeight = FrameCells::kHeight;
+  for (std::int32_t y = box.bottom / kHeight * kHeight; y < box.top && !box.empty(); y += kHeight) {
+    std::fill(dirty_.data() + cells_.cell(box.left, y),
+              dirty_.data() + cells_.cell(box.right - 1, y) + 1, std::uint8_t{1});
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include "raster/raster_canvas.h"
 #include "shape/buffer.h"
+#include "view3d/frame_cells.h"
 #include "view3d/pixel_box.h"
 #include "view3d/view_camera.h"
 
@@ -53,8 +54,7 @@ class ViewFrame {
   [[nodiscard]] const std::uint32_t* background() const {
     return scene_.isBlack() ? nullptr : background_.data();
   }
-  /// One for every cell of every row: not 0 where the frame may differ from its
-  /// background.
+  /// One for every cell: not 0 where the frame may differ from its background.
   [[nodiscard]] std::uint8_t* dirty() { return dirty_.data(); }
   [[nodiscard]] std::span<const std::uint32_t> pixels() const { return pixels_.span(); }
 
@@ -64,6 +64,7 @@ class ViewFrame {
   Buffer<std::uint32_t> pixels_;
   Buffer<std::uint32_t> background_;  ///< valid in kept_
   Buffer<std::uint8_t> dirty_;
+  FrameCells cells_;
   BackgroundScene scene_;
   PixelBox covered_;  ///< drawn over by the last frame, within kept_
   PixelBox restored_;

@@ -28,8 +28,9 @@ void lightAll(const WireTarget& /*target*/, WireLists& /*lists*/) {}
 void light(const PixelColumn& /*before*/, const PixelColumn& column, const PixelColumn& after,
            std::uint32_t chunks, const WireTarget& target, WireLists& /*lists*/) {
   const auto draw = [&](PixelPoint a, PixelPoint b) {
-    forEachLinePixel(a.x, a.y, b.x, b.y, target.width, target.height,
-                     [&](std::int64_t pixel) { target.set(pixel); });
+    forEachLinePixel(a.x, a.y, b.x, b.y,
+                     {target.width, target.height, PixelColumn::kSpotPitch},
+                     [&](std::int64_t spot) { target.pixels.lightSpot(spot); });
   };
   for (; chunks != 0; chunks &= chunks - 1) {
     const auto chunk = static_cast<std::size_t>(std::countr_zero(chunks));
@@ -43,10 +44,10 @@ void light(const PixelColumn& /*before*/, const PixelColumn& column, const Pixel
 
 #else
 
-/// Queues the lines of more than one step; `three` counts those of the shortest
-/// class. The classes are told apart by the highest bit of either side, or of a side
-/// and a little more.
-HWY_INLINE void queueLines(I start, I way, WireLists& lists, std::size_t& three) {
+/// Queues the lines of more than one step from `spot`, whose place in the mask is
+/// `start`; `three` counts those of the shortest class. The classes are told apart by
+/// the highest bit of either side, or of a side and a little more.
+HWY_INLINE void queueLines(I spot, I start, I way, WireLists& lists, std::size_t& three) {
   const Ints d;
   const S sides = hn::Abs(halves(way));
   const auto isLong = hasBits(word(sides), 0xFFFEFFFEU);
@@ -54,7 +55,7 @@ HWY_INLINE void queueLines(I start, I way, WireLists& lists, std::size_t& three)
     return;
   }
   const auto beyondThree = hasBits(word(sides), 0xFFFCFFFCU);
-  add(lists.three, three, hn::AndNot(beyondThree, isLong), start, way);
+  add(lists.three, three, hn::AndNot(beyondThree, isLong), spot, way);
   if (!hn::AllFalse(d, beyondThree)) {
     const auto beyondFive = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 2))), 0xFFF8FFF8U);
     const auto beyondSeven = hasBits(word(sides), 0xFFF8FFF8U);
@@ -63,7 +64,7 @@ HWY_INLINE void queueLines(I start, I way, WireLists& lists, std::size_t& three)
     if (!hn::AllFalse(d, beyondSeven)) {
       const auto beyondNine = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 6))), 0xFFF0FFF0U);
       add(lists.nine, lists.nine.count, hn::AndNot(beyondNine, beyondSeven), start, way);
-      add(lists.more, lists.more.count, beyondNine, start, way);
+      add(lists.more, lists.more.count, beyondNine, spot, way);
     }
   }
 }
@@ -81,9 +82,10 @@ HWY_INLINE hn::Mask<Ints> isLit(I up, I on, I down, I back) {
 }
 
 void lightAll(const WireTarget& target, WireLists& lists) {
-  walkThree(lists.three, lists.pixels, target.width);
-  walkMore(lists.more, target, lists.pixels);
-  lightPixels(lists.pixels, target.lit);
+  const Places places(target.pixels.cells);
+  walkThree(lists.three, lists.pixels, places);
+  walkMore(lists.more, target.pixels, lists.pixels, places);
+  lightPixels(lists.pixels, target.pixels);
   walkShort(lists.five, target, std::make_index_sequence<4>());
   walkShort(lists.seven, target, std::make_index_sequence<6>());
   walkShort(lists.nine, target, std::make_index_sequence<ShortLines::kMost>());
@@ -93,7 +95,7 @@ void lightAll(const WireTarget& target, WireLists& lists) {
 void light(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
            std::uint32_t chunks, const WireTarget& target, WireLists& lists) {
   const Ints d;
-  const std::int32_t width = target.width;
+  const Places places(target.pixels.cells);
   std::size_t pixels = lists.pixels.count;
   std::size_t three = lists.three.count;
   for (; chunks != 0; chunks &= chunks - 1) {
@@ -105,10 +107,10 @@ void light(const PixelColumn& before, const PixelColumn& column, const PixelColu
       const I on = difference(hn::Load(d, after.spots + i), spot);
       const I down = difference(hn::LoadU(d, column.spots + i - 1), spot);
       const I back = difference(hn::Load(d, before.spots + i), spot);
-      const I start = flattened(spot, width);
+      const I start = places(spot);
       add(lists.pixels, pixels, isLit(up, on, down, back), start);
-      queueLines(start, up, lists, three);
-      queueLines(start, on, lists, three);
+      queueLines(spot, start, up, lists, three);
+      queueLines(spot, start, on, lists, three);
     }
   }
   lists.pixels.count = pixels;
@@ -133,27 +135,35 @@ namespace pv {
 HWY_EXPORT(light);
 HWY_EXPORT(lightAll);
 
-void ShortLines::setWidth(std::int32_t width) {
-  if (width == width_) {
+void ShortLines::setCells(const FrameCells& cells) {
+  if (cells == cells_) {
     return;
   }
-  width_ = width;
+  cells_ = cells;
   for (std::int32_t dy = -kReach; dy <= kReach; ++dy) {
     for (std::int32_t dx = -kReach; dx <= kReach; ++dx) {
-      std::array<std::int32_t, kReach + 1> walked{};
-      std::size_t count = 0;
-      const LineSegment segment = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
-      walkLine(segment, width,
-               [&](std::int64_t pixel) { walked[count++] = static_cast<std::int32_t>(pixel); });
-      if (count < 3) {
-        continue;
-      }
-      const std::int32_t place = (dy + kReach) * kSide + dx + kReach;
-      const auto line = static_cast<std::size_t>(place);
-      for (std::size_t i = 0; i < kMost; ++i) {
-        inner_[line * kMost + i] = walked[i + 2 < count ? i + 1 : 1];
+      const std::int32_t line = (dy + kReach) * kSide + dx + kReach;
+      for (std::size_t row = 0; row < kRows; ++row) {
+        setLine(dx, dy, row, inner_.data() + (static_cast<std::size_t>(line) * kRows + row) * kMost);
       }
     }
+  }
+}
+
+void ShortLines::setLine(std::int32_t dx, std::int32_t dy, std::size_t row,
+                         std::int32_t* inner) const {
+  constexpr std::int32_t kAway = 4 * FrameCells::kHeight;  // from the frame's corner
+  static_assert(kAway >= kReach);
+  const std::int32_t x = kAway;
+  const std::int32_t y = kAway + static_cast<std::int32_t>(row);
+  std::array<std::int64_t, kReach + 1> walked{};
+  std::size_t count = 0;
+  const LineSegment segment =
+      dx >= 0 ? LineSegment{x, y, x + dx, y + dy} : LineSegment{x + dx, y + dy, x, y};
+  walkLine(segment, PixelColumn::kSpotPitch,
+           [&](std::int64_t spot) { walked[count++] = cells_.byteOf(spot); });
+  for (std::size_t i = 0; i < kMost && count > 2; ++i) {
+    inner[i] = static_cast<std::int32_t>(walked[i + 2 < count ? i + 1 : 1] - cells_.byte(x, y));
   }
 }
 

@@ -10,36 +10,40 @@
 namespace pv {
 
 /// The pixels strictly between the ends of a line of up to nine steps, as
-/// distances from the end where one stands, in a frame of a given width.
+/// distances in a mask from the end where one stands.
 class ShortLines {
  public:
   static constexpr std::int32_t kReach = 9;
   static constexpr std::int32_t kSide = 2 * kReach + 1;
   static constexpr std::size_t kMost = kReach - 1;  ///< shorter lines repeat a pixel
 
-  /// Makes the table, unless it is for this width already.
-  void setWidth(std::int32_t width);
-  /// The line to (dx, dy) has its kMost distances from here, at kMost times
-  /// (dy + kReach) * kSide + dx + kReach.
+  /// Lines from each of a cell's rows have other distances.
+  static constexpr std::size_t kRows = FrameCells::kHeight;
+
+  /// Makes the table, unless it is for these cells already.
+  void setCells(const FrameCells& cells);
+  /// The line to (dx, dy) from row r of a cell has its kMost distances at kMost times
+  /// ((dy + kReach) * kSide + dx + kReach) * kRows + r.
   [[nodiscard]] const std::int32_t* data() const { return inner_.data(); }
 
  private:
-  std::int32_t width_ = 0;
-  std::array<std::int32_t, kMost * kSide * kSide> inner_{};
+  void setLine(std::int32_t dx, std::int32_t dy, std::size_t row, std::int32_t* inner) const;
+
+  FrameCells cells_;
+  std::array<std::int32_t, kMost * kRows * kSide * kSide> inner_{};
 };
 
-/// Where one thread collects the pixels of wires: a byte a pixel, row by row.
+/// Where one thread collects the pixels of wires, in a frame of this size.
 struct WireTarget {
-  std::uint8_t* lit;
+  MaskPixels pixels;
   std::int32_t width;
   std::int32_t height;
   const ShortLines* shortLines;
-
-  void set(std::int64_t pixel) const { lit[pixel] = kLit; }
 };
 
-/// Lines of a length class that wait for their inner pixels: where they start, and
-/// how far they go, as a word of two halves.
+/// Lines of a length class that wait for their inner pixels: where they start, as a
+/// word of PixelColumn or as a place in the mask, and how far they go, as a word of
+/// two halves.
 struct alignas(64) WireQueue {
   static constexpr std::size_t kKept = 256;  ///< more are worth going through
   static constexpr std::size_t kRoom = kKept + 2 * VertexBlock::kCapacity;
@@ -73,11 +77,11 @@ struct WireLists {
   };
 
   Pixels pixels;    ///< single ones
-  WireQueue three;  ///< lines of 2 and 3 steps
-  WireQueue five;   ///< 4 and 5
-  WireQueue seven;  ///< 6 and 7
-  WireQueue nine;   ///< 8 and 9
-  WireQueue more;
+  WireQueue three;  ///< lines of 2 and 3 steps, from words
+  WireQueue five;   ///< 4 and 5, from places
+  WireQueue seven;  ///< 6 and 7, from places
+  WireQueue nine;   ///< 8 and 9, from places
+  WireQueue more;   ///< from words
 };
 
 /// Lists, and lights now and then, what belongs to the middle column in the chunks

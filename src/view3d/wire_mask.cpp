@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <hwy/cache_control.h>
 #include <utility>
 
@@ -27,115 +28,136 @@ namespace pv::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Where something begins in a row that is painted.
-struct Row {
-  std::uint32_t* pixels;
-  const std::uint32_t* background;
-  /// The row above, or this one again at the top.
-  const std::uint32_t* nextPixels;
-  const std::uint32_t* nextBackground;
-  std::array<std::int8_t*, kMostMasks> masks;
+using Words = hn::CappedTag<std::uint32_t, FrameCells::kWidth>;
+
+/// Where something begins in a row of cells.
+struct Band {
+  std::uint32_t* pixels;            ///< in the lowest row
+  const std::uint32_t* background;  ///< null for 0 everywhere
+  std::array<const std::uint32_t*, kMostMasks> masks;
 };
 
 /// Asks for a cell that is written soon: stores to lines that are not at hand hold
 /// each other up.
-HWY_INLINE void fetch(const std::uint32_t* cell) {
-  constexpr std::size_t kLine = 16;  // pixels
-  for (std::size_t i = 0; i < kFrameCell; i += kLine) {
-    hwy::Prefetch(cell + i);
+HWY_INLINE void fetch(const std::uint32_t* cell, std::size_t width) {
+  for (std::size_t row = 0; row < FrameCells::kHeight; ++row) {
+    hwy::Prefetch(cell + row * width);
   }
 }
 
-/// Pixels from `x` on, as many as the tag has lanes.
-template <std::size_t kMasks, bool kBlack, class D>
-HWY_INLINE void paintSome(D d, std::uint32_t colour, const Row& row, std::size_t x) {
-  const hn::Rebind<std::int8_t, D> bytes;
-  const hn::RebindToSigned<D> words;
-  auto lit = hn::LoadU(bytes, row.masks[0] + x);
+/// The words of all masks from `x` on.
+template <std::size_t kMasks, class D>
+HWY_INLINE hn::Vec<D> marks(D d, const Band& band, std::size_t x) {
+  auto all = hn::LoadU(d, band.masks[0] + x);
   for (std::size_t m = 1; m < kMasks; ++m) {
-    lit = hn::Or(lit, hn::LoadU(bytes, row.masks[m] + x));
+    all = hn::Or(all, hn::LoadU(d, band.masks[m] + x));
   }
-  const auto isLit = hn::BitCast(d, hn::PromoteTo(words, lit));  // all bits or none
-  const auto ink = hn::And(isLit, hn::Set(d, colour));
-  if constexpr (kBlack) {
-    hn::StoreU(ink, d, row.pixels + x);
-  } else {
-    hn::StoreU(hn::Or(ink, hn::AndNot(isLit, hn::LoadU(d, row.background + x))), d, row.pixels + x);
-  }
+  return all;
 }
 
-/// Whether anything is lit in a whole cell.
-template <std::size_t kMasks>
-HWY_INLINE bool hasLight(const Row& row, std::size_t x) {
-  const hn::CappedTag<std::int8_t, kFrameCell> d;
-  auto lit = hn::Zero(d);
-  for (std::size_t m = 0; m < kMasks; ++m) {
-    for (std::size_t i = 0; i < kFrameCell; i += hn::Lanes(d)) {
-      lit = hn::Or(lit, hn::LoadU(d, row.masks[m] + x + i));
+/// What a job's pixels become, kept where stores to the frame cannot be thought to
+/// change it.
+template <class D>
+struct Ink {
+  HWY_INLINE Ink(D d, const PaintJob& job)
+      : marked(hn::Set(d, job.mark * 0x01010101U)),
+        marks{hn::Set(d, std::uint32_t{job.mark}), hn::Set(d, std::uint32_t{job.mark} << 8U),
+              hn::Set(d, std::uint32_t{job.mark} << 16U),
+              hn::Set(d, std::uint32_t{job.mark} << 24U)},
+        colour(hn::Set(d, job.colour)),
+        width(static_cast<std::size_t>(job.width)) {
+    static_assert(std::endian::native == std::endian::little);  // the lowest row comes first
+  }
+
+  hn::Vec<D> marked;  ///< in every row
+  hn::Vec<D> marks[FrameCells::kHeight];
+  hn::Vec<D> colour;
+  std::size_t width;
+};
+
+/// Pixels from `x` on in some rows, as many as the tag has lanes.
+template <std::size_t kMasks, bool kBlack, class D>
+HWY_INLINE void paintSome(D d, const Ink<D>& ink, const Band& band, std::size_t x,
+                          std::size_t rows) {
+  const auto lit = marks<kMasks>(d, band, x);
+  std::size_t at = x;
+  for (std::size_t row = 0; row < rows; ++row, at += ink.width) {
+    const auto isLit = hn::TestBit(lit, ink.marks[row]);
+    if constexpr (kBlack) {
+      hn::StoreU(hn::IfThenElseZero(isLit, ink.colour), d, band.pixels + at);
+    } else {
+      const auto behind = hn::LoadU(d, band.background + at);
+      hn::StoreU(hn::IfThenElse(isLit, ink.colour, behind), d, band.pixels + at);
     }
   }
-  return !hn::AllTrue(d, hn::Eq(lit, hn::Zero(d)));
 }
 
-/// Puts the masks out, as many pixels as `kPixels` says.
-template <std::size_t kMasks, std::size_t kPixels>
-HWY_INLINE void putOut(const Row& row, std::size_t x) {
-  const hn::CappedTag<std::int8_t, kPixels> d;
-  for (std::size_t m = 0; m < kMasks; ++m) {
-    for (std::size_t i = 0; i < kPixels; i += hn::Lanes(d)) {
-      hn::StoreU(hn::Zero(d), d, row.masks[m] + x + i);
-    }
-  }
-}
-
-/// Cell by cell, from a cell's start on; cells that are clean and stay so are left.
 template <std::size_t kMasks, bool kBlack>
-HWY_INLINE void paintRow(const Row& row, std::size_t count, std::uint32_t colour,
-                         std::uint8_t* dirty) {
-  const hn::CappedTag<std::uint32_t, kFrameCell> d;
-  const hn::CappedTag<std::uint32_t, 1> single;
+HWY_INLINE void paintCell(const Ink<Words>& ink, const Band& band, std::size_t x,
+                          std::size_t rows) {
+  const Words d;
+  for (std::size_t i = 0; i < FrameCells::kWidth; i += hn::Lanes(d)) {
+    paintSome<kMasks, kBlack>(d, ink, band, x + i, rows);
+  }
+}
+
+template <std::size_t kMasks>
+HWY_INLINE bool hasLight(const Ink<Words>& ink, const Band& band, std::size_t x) {
+  const Words d;
+  auto all = hn::Zero(d);
+  for (std::size_t i = 0; i < FrameCells::kWidth; i += hn::Lanes(d)) {
+    all = hn::Or(all, marks<kMasks>(d, band, x + i));
+  }
+  return !hn::AllTrue(d, hn::Eq(hn::And(all, ink.marked), hn::Zero(d)));
+}
+
+/// Cell by cell; those that are clean and stay so are left.
+template <std::size_t kMasks, bool kBlack>
+HWY_INLINE void paintBand(const PaintJob& job, const Ink<Words>& ink, const Band& band,
+                          std::size_t count, std::size_t rows, std::uint8_t* dirty) {
+  constexpr std::size_t kCell = FrameCells::kWidth;
   std::size_t x = 0;
-  for (; x + kFrameCell <= count; x += kFrameCell, ++dirty) {
-    const bool isLit = hasLight<kMasks>(row, x);
-    if (isLit || *dirty != 0) {
-      fetch(row.nextPixels + x);
-      if (!kBlack) {
-        fetch(row.nextBackground + x);
-      }
-      for (std::size_t i = 0; i < kFrameCell; i += hn::Lanes(d)) {
-        paintSome<kMasks, kBlack>(d, colour, row, x + i);
-      }
-      putOut<kMasks, kFrameCell>(row, x);
-      *dirty = isLit ? 1 : 0;
+  for (; x + kCell <= count; x += kCell, ++dirty) {
+    const bool isLit = hasLight<kMasks>(ink, band, x);
+    if (!isLit && *dirty == 0) {
+      continue;
     }
+    if (rows == FrameCells::kHeight) {
+      fetch(band.pixels + x + kCell, ink.width);
+      if (!kBlack) {
+        fetch(band.background + x + kCell, ink.width);
+      }
+      paintCell<kMasks, kBlack>(ink, band, x, FrameCells::kHeight);
+    } else {
+      paintCell<kMasks, kBlack>(ink, band, x, rows);
+    }
+    *dirty = isLit ? 1 : 0;
   }
-  if (x < count) {
-    *dirty = 1;
+  if (x == count) {
+    return;
   }
+  *dirty = 1;
+  using Single = hn::CappedTag<std::uint32_t, 1>;
+  const Ink<Single> single(Single(), job);
   for (; x < count; ++x) {
-    paintSome<kMasks, kBlack>(single, colour, row, x);
-    putOut<kMasks, 1>(row, x);
+    paintSome<kMasks, kBlack>(Single(), single, band, x, rows);
   }
 }
 
 template <std::size_t kMasks, bool kBlack>
 void paintBox(const PaintJob& job) {
-  const std::size_t pitch = frameCells(job.width);
-  const auto width = static_cast<std::size_t>(job.box.right - job.box.left);
-  for (std::int32_t y = job.box.bottom; y < job.box.top; ++y) {
-    const std::int64_t first = std::int64_t{y} * job.width + job.box.left;
-    const std::int64_t next = y + 1 < job.box.top ? first + job.width : first;
-    Row row{job.pixels + first,
-            kBlack ? nullptr : job.background + first,
-            job.pixels + next,
-            kBlack ? nullptr : job.background + next,
-            {}};
+  const PixelBox box = job.box;
+  const FrameCells cells = job.masks[0].pixels().cells;
+  const Ink<Words> ink(Words(), job);
+  for (std::int32_t y = box.bottom; y < box.top; y += FrameCells::kHeight) {
+    const std::int64_t first = std::int64_t{y} * job.width + box.left;
+    Band band{job.pixels + first, kBlack ? nullptr : job.background + first, {}};
     for (std::size_t m = 0; m < kMasks; ++m) {
-      row.masks[m] = reinterpret_cast<std::int8_t*>(job.masks[m].lit() + first);
+      band.masks[m] = job.masks[m].pixels().words + cells.word(box.left, y);
     }
-    paintRow<kMasks, kBlack>(row, width, job.colour,
-                             job.dirty + static_cast<std::size_t>(y) * pitch +
-                                 static_cast<std::size_t>(job.box.left) / kFrameCell);
+    const std::int32_t rows = std::min(box.top - y, FrameCells::kHeight);
+    paintBand<kMasks, kBlack>(job, ink, band, static_cast<std::size_t>(box.right - box.left),
+                              static_cast<std::size_t>(rows), job.dirty + cells.cell(box.left, y));
   }
 }
 
@@ -164,17 +186,33 @@ namespace pv {
 
 HWY_EXPORT(paint);
 
-bool WireMask::resize(std::int32_t width, std::int32_t height) {
-  if (width == width_ && height == height_) {
-    return true;
-  }
+bool WireMask::begin(std::int32_t width, std::int32_t height, std::uint8_t mark) {
+  used_ = used_.with(box());
   reach_.clear();
-  const auto size = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
-  const bool fits = lit_.resize(size + kReadable);
-  width_ = fits ? width : 0;
-  height_ = fits ? height : 0;
-  std::fill_n(lit_.data(), lit_.size(), std::uint8_t{0});
-  return fits;
+  if (width != width_ || height != height_) {
+    cells_ = FrameCells(width, height);
+    const bool fits = words_.resize(cells_.words());
+    width_ = fits ? width : 0;
+    height_ = fits ? height : 0;
+    std::fill_n(words_.data(), words_.size(), 0U);
+    used_ = {};
+    mark_ = mark;
+    return fits;
+  }
+  if (mark <= mark_) {
+    clear();
+  }
+  mark_ = mark;
+  return true;
+}
+
+void WireMask::clear() {
+  constexpr std::int32_t kHeight = FrameCells::kHeight;
+  for (std::int32_t y = used_.bottom / kHeight * kHeight; y < used_.top; y += kHeight) {
+    std::fill(words_.data() + cells_.word(used_.left, y),
+              words_.data() + cells_.word(used_.right, y), 0U);
+  }
+  used_ = {};
 }
 
 PixelBox WireMask::box() const {

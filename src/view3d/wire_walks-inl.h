@@ -40,19 +40,37 @@ HWY_INLINE I difference(I a, I b) {
   return word(hn::Sub(halves(a), halves(b)));
 }
 
-/// x + factor * y of every word; factor and product within 16 and 32 bits.
-HWY_INLINE I flattened(I pair, std::int32_t factor) {
+/// across * x + up * y of every word; factors and sum within 16 and 32 bits.
+HWY_INLINE I flattened(I pair, std::int32_t across, std::int32_t up) {
   const Ints d;
 #if HWY_ARCH_X86 && HWY_TARGET != HWY_EMU128
   // One instruction there: the products of neighbouring halves, summed.
   I unused = hn::Zero(d);
-  return hn::ReorderWidenMulAccumulate(d, halves(pair), halves(hn::Set(d, (factor << 16) | 1)),
+  return hn::ReorderWidenMulAccumulate(d, halves(pair), halves(hn::Set(d, (up << 16) | across)),
                                        hn::Zero(d), unused);
 #else
   const I x = hn::ShiftRight<16>(hn::ShiftLeft<16>(pair));
-  return hn::Add(x, hn::Mul(hn::ShiftRight<16>(pair), hn::Set(d, factor)));
+  return hn::Add(hn::Mul(x, hn::Set(d, across)),
+                 hn::Mul(hn::ShiftRight<16>(pair), hn::Set(d, up)));
 #endif
 }
+
+/// FrameCells::byte() of spots: as if every pixel were a word in a row of its own, less
+/// the rows that share theirs with the one below.
+class Places {
+ public:
+  HWY_INLINE explicit Places(const FrameCells& cells) : pitch_(cells.pitch()) {}
+
+  HWY_INLINE I operator()(I spots) const {
+    static_assert(FrameCells::kHeight == 4);
+    const I rowInCell = hn::And(spots, hn::Set(Ints(), 0x00030000));
+    return hn::Sub(flattened(spots, FrameCells::kHeight, pitch_),
+                   flattened(rowInCell, 0, pitch_ - 1));
+  }
+
+ private:
+  std::int32_t pitch_;
+};
 
 HWY_INLINE hn::Mask<Ints> hasBits(I pair, std::uint32_t bits) {
   const Ints d;
@@ -90,11 +108,13 @@ HWY_INLINE void add(WireLists::Pixels& pixels, std::size_t& count, hn::Mask<Ints
 
 /// Some at a time, the last one repeated. Loads stand before stores, of which the
 /// compiler cannot know that they do not reach the list.
-HWY_INLINE void lightPixels(WireLists::Pixels& pixels, std::uint8_t* lit) {
+HWY_INLINE void lightPixels(WireLists::Pixels& pixels, const MaskPixels& lit) {
   constexpr std::size_t kAtATime = 8;
   static_assert(kAtATime <= WireQueue::kSpare);
   const std::size_t count = pixels.count;
   const std::int32_t* at = pixels.at;
+  std::uint8_t* bytes = lit.bytes();
+  const std::uint8_t mark = lit.mark;
   if (count == 0) {
     return;
   }
@@ -103,7 +123,7 @@ HWY_INLINE void lightPixels(WireLists::Pixels& pixels, std::uint8_t* lit) {
     std::array<std::uint32_t, kAtATime> some{};
     std::copy_n(at + i, kAtATime, some.begin());
     for (const std::uint32_t pixel : some) {
-      lit[pixel] = kLit;
+      bytes[pixel] = mark;
     }
   }
   pixels.count = 0;
@@ -111,12 +131,12 @@ HWY_INLINE void lightPixels(WireLists::Pixels& pixels, std::uint8_t* lit) {
 
 /// A line as one that leads to the right, or straight up or down.
 struct Rightward {
-  HWY_INLINE Rightward(I start, I way, std::int32_t width) {
+  HWY_INLINE Rightward(I spot, I way) {
     const I leftward = hn::BroadcastSignBit(hn::ShiftLeft<16>(way));
-    left = hn::Add(start, hn::And(leftward, flattened(way, width)));
+    left = hn::Add(halves(spot), halves(hn::And(leftward, way)));
     sides = hn::Sub(hn::Xor(halves(way), halves(leftward)), halves(leftward));
   }
-  I left;   ///< its left end
+  S left;   ///< its left end
   S sides;  ///< the way from there
 };
 
@@ -126,22 +146,23 @@ struct Rightward {
 // pixels away along a side of length a, which for a = n is i itself. So for n up
 // to 3 a side has gone one pixel after the first step if a >= n - 1, otherwise
 // none, and after the second of three a pixel less than it will in the end.
-HWY_INLINE void walkThree(WireQueue& queue, WireLists::Pixels& pixels, std::int32_t width) {
+HWY_INLINE void walkThree(WireQueue& queue, WireLists::Pixels& pixels, const Places& places) {
   const Ints d;
   const Shorts ds;
   std::size_t count = pixels.count;
-  for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
-    const Rightward line(hn::Load(d, queue.start + i), hn::Load(d, queue.way + i), width);
+  const std::size_t lines = queue.count;
+  for (std::size_t i = 0; i < lines; i += hn::Lanes(d)) {
+    const Rightward line(hn::Load(d, queue.start + i), hn::Load(d, queue.way + i));
     const S sides = hn::Abs(line.sides);
     const I swapped = hn::Or(hn::ShiftLeft<16>(word(sides)), hn::ShiftRight<16>(word(sides)));
     const S steps = hn::Max(sides, halves(swapped));
     const S unit = hn::Or(hn::BroadcastSignBit(line.sides), hn::Set(ds, 1));
     const S first = hn::IfThenElseZero(hn::Gt(sides, hn::Sub(steps, hn::Set(ds, 2))), unit);
     const S second = hn::Sub(line.sides, first);
-    const auto inUse = hn::FirstN(d, queue.count - i);
+    const auto inUse = hn::FirstN(d, lines - i);
     const auto hasSecond = hn::And(inUse, hn::Eq(word(steps), hn::Set(d, 0x00030003)));
-    add(pixels, count, inUse, hn::Add(line.left, flattened(word(first), width)));
-    add(pixels, count, hasSecond, hn::Add(line.left, flattened(word(second), width)));
+    add(pixels, count, inUse, places(word(hn::Add(line.left, first))));
+    add(pixels, count, hasSecond, places(word(hn::Add(line.left, second))));
   }
   pixels.count = count;
   queue.count = 0;
@@ -156,23 +177,27 @@ template <std::size_t... kInner>
 HWY_INLINE void walkShort(WireQueue& queue, const WireTarget& target,
                           std::index_sequence<kInner...> /*inner*/) {
   const Ints d;
-  constexpr auto kMost = static_cast<std::int32_t>(ShortLines::kMost);
-  const I middle = hn::Set(d, ShortLines::kReach * ShortLines::kSide + ShortLines::kReach);
+  constexpr auto kRow = static_cast<std::int32_t>(ShortLines::kMost);
+  constexpr auto kLine = static_cast<std::int32_t>(ShortLines::kRows) * kRow;
+  constexpr std::int32_t kMiddle = (ShortLines::kSide + 1) * ShortLines::kReach;
   const std::size_t count = queue.count;
   if (count == 0) {
     return;
   }
   for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
-    const I line = hn::Add(flattened(hn::Load(d, queue.way + i), ShortLines::kSide), middle);
-    hn::Store(hn::Mul(line, hn::Set(d, kMost)), d, queue.way + i);
+    const I line = hn::Add(flattened(hn::Load(d, queue.way + i), kLine, kLine * ShortLines::kSide),
+                           hn::Set(d, kLine * kMiddle));
+    const I row = hn::And(hn::Load(d, queue.start + i), hn::Set(d, FrameCells::kHeight - 1));
+    hn::Store(hn::Add(line, hn::Mul(row, hn::Set(d, kRow))), d, queue.way + i);
   }
   const std::int32_t* table = target.shortLines->data();
-  std::uint8_t* lit = target.lit;
+  std::uint8_t* lit = target.pixels.bytes();
+  const std::uint8_t mark = target.pixels.mark;
   const auto walk = [&](std::size_t i) {
     const std::int32_t* inner = table + queue.way[i];
     std::uint8_t* start = lit + queue.start[i];
     const std::int64_t steps[] = {inner[kInner]...};
-    ((start[steps[kInner]] = kLit), ...);
+    ((start[steps[kInner]] = mark), ...);
   };
   // An odd one is walked twice.
   queue.start[count] = queue.start[count - 1];
@@ -195,7 +220,7 @@ struct Walks {
 
   static constexpr std::size_t kLanes = hn::MaxLanes(Ints());
 
-  HWY_ALIGN std::int32_t left[kLanes];
+  HWY_ALIGN std::int32_t left[kLanes];  // words of two halves, as the steps
   HWY_ALIGN std::int32_t forward[kLanes];
   HWY_ALIGN std::int32_t sideways[kLanes];
   HWY_ALIGN std::int32_t slope[kLanes];
@@ -203,19 +228,20 @@ struct Walks {
 };
 
 /// The slope, aside per step, has sixteen binary places.
-HWY_INLINE void prepareWalks(I start, I way, std::int32_t width, Walks& walks) {
+HWY_INLINE void prepareWalks(I spot, I way, Walks& walks) {
+  constexpr std::int32_t kUp = PixelColumn::kSpotPitch;
   const Ints d;
   const hn::RebindToFloat<Ints> df;
-  const Rightward line(start, way, width);
+  const Rightward line(spot, way);
   const I dx = hn::ShiftRight<16>(hn::ShiftLeft<16>(word(line.sides)));
   const I dy = hn::ShiftRight<16>(word(line.sides));
-  const I row = hn::IfThenElse(hn::Lt(dy, hn::Zero(d)), hn::Set(d, -width), hn::Set(d, width));
+  const I row = hn::IfThenElse(hn::Lt(dy, hn::Zero(d)), hn::Set(d, -kUp), hn::Set(d, kUp));
   const auto isSteep = hn::Gt(hn::Abs(dy), dx);
   const I steps = hn::Max(hn::Abs(dy), dx);
   const I drift = hn::Min(hn::Abs(dy), dx);
   const auto slope =
       hn::Div(hn::Mul(hn::ConvertTo(df, drift), hn::Set(df, 65536.0F)), hn::ConvertTo(df, steps));
-  hn::Store(line.left, d, walks.left);
+  hn::Store(word(line.left), d, walks.left);
   hn::Store(hn::IfThenElse(isSteep, row, hn::Set(d, 1)), d, walks.forward);
   hn::Store(hn::IfThenElse(isSteep, hn::Set(d, 1), row), d, walks.sideways);
   hn::Store(hn::ConvertTo(d, slope), d, walks.slope);
@@ -227,7 +253,8 @@ HWY_INLINE void prepareWalks(I start, I way, std::int32_t width, Walks& walks) {
 // 1 / (2 n) > 2^-7 if at all. The slope is less than 1.01 units of 2^-16 below
 // a / n, and hardly above, so in 63 steps less than 2^-10 is lost; with 2^-9 more
 // than 1/2 added the whole part is the exact one.
-HWY_INLINE void walkSteps(const Walks& walks, std::size_t k, WireLists::Pixels& pixels) {
+HWY_INLINE void walkSteps(const Walks& walks, std::size_t k, WireLists::Pixels& pixels,
+                          const Places& places) {
   const Ints d;
   const std::int32_t steps = walks.steps[k];
   const I left = hn::Set(d, walks.left[k]);
@@ -239,39 +266,41 @@ HWY_INLINE void walkSteps(const Walks& walks, std::size_t k, WireLists::Pixels& 
     const I step = hn::Iota(d, first);
     const I aside = hn::ShiftRight<16>(hn::Add(hn::Mul(step, slope), half));
     const I at = hn::Add(hn::Add(left, hn::Mul(step, forward)), hn::Mul(aside, sideways));
-    hn::StoreU(at, d, pixels.at + pixels.count);
+    hn::StoreU(places(at), d, pixels.at + pixels.count);
     pixels.count += std::min(hn::Lanes(d), static_cast<std::size_t>(steps - first));
   }
 }
 
-inline void walkFurther(std::int32_t start, std::int32_t way, const WireTarget& target) {
-  const std::int64_t dx = static_cast<std::int16_t>(way & 0xFFFF);
-  const std::int64_t dy = way >> 16;
-  const LineSegment line = dx >= 0 ? LineSegment{0, 0, dx, dy} : LineSegment{dx, dy, 0, 0};
-  if (dy == 0) {
-    for (std::int64_t x = line.x1; x < line.x2; ++x) {
-      target.set(start + x);
+inline void walkFurther(std::int32_t spot, std::int32_t way, const MaskPixels& lit) {
+  const std::int64_t x = spot & 0xFFFF;
+  const std::int64_t y = spot >> 16;
+  const std::int64_t endX = x + static_cast<std::int16_t>(way & 0xFFFF);
+  const std::int64_t endY = y + (way >> 16);
+  const LineSegment line = x <= endX ? LineSegment{x, y, endX, endY} : LineSegment{endX, endY, x, y};
+  if (y == endY) {
+    for (std::int64_t i = line.x1; i < line.x2; ++i) {
+      lit.light(static_cast<std::int32_t>(i), static_cast<std::int32_t>(y));
     }
   } else {
-    walkLine(line, target.width, [&](std::int64_t pixel) { target.set(start + pixel); });
+    walkLine(line, PixelColumn::kSpotPitch, [&](std::int64_t at) { lit.lightSpot(at); });
   }
 }
 
-inline HWY_ATTR void walkMore(WireQueue& queue, const WireTarget& target,
-                              WireLists::Pixels& pixels) {
+inline HWY_ATTR void walkMore(WireQueue& queue, const MaskPixels& lit, WireLists::Pixels& pixels,
+                              const Places& places) {
   const Ints d;
   Walks walks;
   for (std::size_t i = 0; i < queue.count; i += hn::Lanes(d)) {
     const std::size_t count = std::min(hn::Lanes(d), queue.count - i);
-    prepareWalks(hn::Load(d, queue.start + i), hn::Load(d, queue.way + i), target.width, walks);
+    prepareWalks(hn::Load(d, queue.start + i), hn::Load(d, queue.way + i), walks);
     for (std::size_t k = 0; k < count; ++k) {
       if (walks.steps[k] <= kVectorWalk) {
-        walkSteps(walks, k, pixels);
+        walkSteps(walks, k, pixels, places);
       } else {
-        walkFurther(queue.start[i + k], queue.way[i + k], target);
+        walkFurther(queue.start[i + k], queue.way[i + k], lit);
       }
       if (pixels.count > WireLists::Pixels::kKept) {
-        lightPixels(pixels, target.lit);
+        lightPixels(pixels, lit);
       }
     }
   }

@@ -139,7 +139,7 @@ std::vector<std::int64_t> wirePixels(Scene& scene, std::size_t chunk, std::size_
   std::vector<std::int64_t> lit;
   const auto draw = [&](const std::optional<PixelPoint>& a, const std::optional<PixelPoint>& b) {
     if (a && b) {
-      forEachLinePixel(a->x, a->y, b->x, b->y, scene.width, scene.height,
+      forEachLinePixel(a->x, a->y, b->x, b->y, {scene.width, scene.height, scene.width},
                        [&](std::int64_t pixel) { lit.push_back(pixel); });
     }
   };

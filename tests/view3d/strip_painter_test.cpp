@@ -86,22 +86,23 @@ TEST(StripPainter, GoesOnWhereverItIsSentTo) {
         {static_cast<ViewMode>(dice.below(4)), viewMatrix(eye, 0.0F), {width / 2, height / 2}},
         projector, width, height);
     ShortLines shortLines;
-    shortLines.setWidth(width);
+    shortLines.setCells(FrameCells(width, height));
     std::array<WireMask, 2> masks;
     StripPainter fresh;
     std::vector<Piece> pieces = piecesOf(columns);
     for (const bool again : {false, true}) {
       WireMask& mask = masks[again ? 1 : 0];
-      ASSERT_TRUE(mask.resize(width, height));
+      ASSERT_TRUE(mask.begin(width, height, WireMask::kFirstMark));
       StripPainter& painter = again ? kept : fresh;
-      painter.begin(columns, map, {mask.lit(), width, height, &shortLines}, mask.reach());
+      painter.begin(columns, map, {mask.pixels(), width, height, &shortLines}, mask.reach());
       for (const Piece& piece : pieces) {
         painter.draw(piece.strip, piece.begin, piece.end);
       }
       shuffle(pieces, dice);
     }
-    const std::uint8_t* lit = masks[0].lit();
-    ASSERT_TRUE(std::equal(lit, lit + width * height, masks[1].lit())) << i;
+    const std::uint32_t* lit = masks[0].pixels().words;
+    const std::size_t words = FrameCells(width, height).words();
+    ASSERT_TRUE(std::equal(lit, lit + words, masks[1].pixels().words)) << i;
   }
 }
 

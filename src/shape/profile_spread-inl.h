@@ -19,25 +19,28 @@ namespace pv::HWY_NAMESPACE {
 struct Unspread {
   const ProfileSpread& how;
 
-  HWY_INLINE void operator()(F& /*x*/, F& /*y*/, F& /*z*/) const {}
+  template <class V>
+  HWY_INLINE void operator()(V& /*x*/, V& /*y*/, V& /*z*/) const {}
 };
 
 struct Moved {
   const ProfileSpread& how;
 
-  HWY_INLINE void operator()(F& /*x*/, F& /*y*/, F& z) const {
-    z = hwy::HWY_NAMESPACE::Sub(z, constant(how.along));
+  template <class V>
+  HWY_INLINE void operator()(V& /*x*/, V& /*y*/, V& z) const {
+    z = hwy::HWY_NAMESPACE::Sub(z, constant<V>(how.along));
   }
 };
 
 struct Turned {
   const ProfileSpread& how;
 
-  HWY_INLINE void operator()(F& x, F& /*y*/, F& z) const {
+  template <class V>
+  HWY_INLINE void operator()(V& x, V& /*y*/, V& z) const {
     namespace hn = hwy::HWY_NAMESPACE;
-    const F before = x;
-    x = hn::Add(hn::Mul(before, constant(how.toX[0])), hn::Mul(z, constant(how.toX[1])));
-    z = hn::Add(hn::Mul(before, constant(how.toZ[0])), hn::Mul(z, constant(how.toZ[1])));
+    const V before = x;
+    x = hn::Add(hn::Mul(before, constant<V>(how.toX[0])), hn::Mul(z, constant<V>(how.toX[1])));
+    z = hn::Add(hn::Mul(before, constant<V>(how.toZ[0])), hn::Mul(z, constant<V>(how.toZ[1])));
   }
 };
 

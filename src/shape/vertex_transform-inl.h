@@ -18,12 +18,14 @@ namespace pv::HWY_NAMESPACE {
 using Floats = hwy::HWY_NAMESPACE::ScalableTag<float>;
 using F = hwy::HWY_NAMESPACE::Vec<Floats>;
 
-HWY_INLINE F constant(float value) {
-  return hwy::HWY_NAMESPACE::Set(Floats(), value);
+template <class V = F>
+HWY_INLINE V constant(float value) {
+  return hwy::HWY_NAMESPACE::Set(hwy::HWY_NAMESPACE::DFromV<V>(), value);
 }
 
 /// A row vector times one column of a matrix, summed from left to right.
-HWY_INLINE F dot(F x, F y, F z, F a, F b, F c) {
+template <class V>
+HWY_INLINE V dot(V x, V y, V z, V a, V b, V c) {
   namespace hn = hwy::HWY_NAMESPACE;
   return hn::Add(hn::Add(hn::Mul(x, a), hn::Mul(y, b)), hn::Mul(z, c));
 }
@@ -39,19 +41,21 @@ class Transform {
       : m_(matrix.m),
         last_{matrix.m[3][0] + move.x, matrix.m[3][1] + move.y, matrix.m[3][2] + move.z} {}
 
-  HWY_INLINE void operator()(F& x, F& y, F& z) const {
-    const F across = column(x, y, z, 0);
-    const F up = column(x, y, z, 1);
+  template <class V>
+  HWY_INLINE void operator()(V& x, V& y, V& z) const {
+    const V across = column(x, y, z, 0);
+    const V up = column(x, y, z, 1);
     z = column(x, y, z, 2);
     x = across;
     y = up;
   }
 
  private:
-  HWY_INLINE F column(F x, F y, F z, std::size_t c) const {
+  template <class V>
+  HWY_INLINE V column(V x, V y, V z, std::size_t c) const {
     return hwy::HWY_NAMESPACE::Add(
-        dot(x, y, z, constant(m_[0][c]), constant(m_[1][c]), constant(m_[2][c])),
-        constant(last_[c]));
+        dot(x, y, z, constant<V>(m_[0][c]), constant<V>(m_[1][c]), constant<V>(m_[2][c])),
+        constant<V>(last_[c]));
   }
 
   const std::array<std::array<float, 4>, 4>& m_;

@@ -52,6 +52,8 @@ class Rounds {
                     : (rows_ - VertexBlock::kCapacity + kAdvance - 1) / kAdvance + 1),
         pieces_((columns_ + kColumns - 1) / kColumns) {}
 
+  /// Below, waking a helper costs more than it brings.
+  [[nodiscard]] bool areWorthSharing() const { return rows_ * columns_ * instances_ >= 10'000; }
   [[nodiscard]] std::size_t workers(const WorkShare& share) const {
     return areWorthSharing() ? share.threads() : 1;
   }
@@ -72,8 +74,6 @@ class Rounds {
   }
 
  private:
-  /// Below, waking a helper costs more than it brings.
-  [[nodiscard]] bool areWorthSharing() const { return rows_ * columns_ * instances_ >= 10'000; }
   [[nodiscard]] Piece piece(std::size_t round) const {
     const std::size_t begin = round % pieces_ * kColumns;
     const std::size_t first = round / pieces_ % strips_ * kAdvance;
@@ -124,7 +124,8 @@ PixelBox ShapePainter::collectLines(const RasterCanvas& canvas, const ShapeColum
     return {};
   }
   shortLines_.setCells(FrameCells(canvas.width, canvas.height));
-  const PixelMap map(projection, projector, canvas.width, canvas.height);
+  PixelMap map(projection, projector, canvas.width, canvas.height);
+  map.isLongWork = rounds.areWorthSharing();
   painters_.resize(std::max(painters_.size(), masks_.size()));
   for (std::size_t i = 0; i < masks_.size(); ++i) {
     painters_[i].begin(shape, map, {masks_[i].pixels(), canvas.width, canvas.height, &shortLines_},
@@ -176,7 +177,8 @@ PixelBox ShapePainter::collectDots(const RasterCanvas& canvas, const ShapeColumn
   if (!begin(canvas, shape, rounds.workers(share))) {
     return {};
   }
-  const PixelMap map(projection, projector, canvas.width, canvas.height);
+  PixelMap map(projection, projector, canvas.width, canvas.height);
+  map.isLongWork = rounds.areWorthSharing();
   const std::int32_t reach = truncate(halfSize) + 1;
   std::deque<ShapeColumns::Workplace> workplaces(masks_.size());
   for (ShapeColumns::Workplace& workplace : workplaces) {

@@ -20,6 +20,7 @@ struct PixelMap {
   float scaleY;
   std::int32_t width;  ///< of the canvas, 32767 at most
   std::int32_t height;
+  bool isLongWork = true;  ///< whether many vertices are to be projected at once
 };
 
 /// Transforms and projects a stretch of a column in one pass, to the bit as

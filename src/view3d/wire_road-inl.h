@@ -19,44 +19,54 @@ namespace pv::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-using Ints = hn::RebindToSigned<Floats>;
-using I = hn::Vec<Ints>;
+template <class V>
+using IntsOf = hn::Vec<hn::RebindToSigned<hn::DFromV<V>>>;
 
 /// Truncates as the processor does it; only what fits 32 bits comes out the same
 /// everywhere.
-HWY_INLINE I quickTruncate(F v) {
+template <class V>
+HWY_INLINE IntsOf<V> quickTruncate(V v) {
 #if HWY_TARGET == HWY_AVX3
-  return I{_mm512_cvttps_epi32(v.raw)};
+  if constexpr (sizeof(v) == 64) {
+    return IntsOf<V>{_mm512_cvttps_epi32(v.raw)};
+  } else {
+    return IntsOf<V>{_mm256_cvttps_epi32(v.raw)};
+  }
 #elif HWY_TARGET == HWY_AVX2
-  return I{_mm256_cvttps_epi32(v.raw)};
+  return IntsOf<V>{_mm256_cvttps_epi32(v.raw)};
 #else
   // Some processors make 0 of what is no number.
-  const I number = hn::ConvertTo(Ints(), v);
-  return hn::IfThenElse(hn::RebindMask(Ints(), hn::Eq(v, v)), number, hn::Set(Ints(), INT32_MIN));
+  const hn::RebindToSigned<hn::DFromV<V>> d;
+  const auto number = hn::ConvertTo(d, v);
+  return hn::IfThenElse(hn::RebindMask(d, hn::Eq(v, v)), number, hn::Set(d, INT32_MIN));
 #endif
 }
 
 /// Where a vertex comes to lie, as distances from the middle of the canvas.
+template <class V>
 struct Spot {
-  F across;
-  F up;
-  hn::Mask<Floats> visible;
+  V across;
+  V up;
+  hn::Mask<hn::DFromV<V>> visible;
 };
 
 struct PerspectiveForm {
   static constexpr bool kMirrored = true;
   const PixelMap& map;
 
-  HWY_INLINE F column(F x, F y, F z, std::size_t c) const {
+  template <class V>
+  HWY_INLINE V column(V x, V y, V z, std::size_t c) const {
     const auto& m = map.projection.view.m;
-    return hn::Add(dot(x, y, z, constant(m[0][c]), constant(m[1][c]), constant(m[2][c])),
-                   constant(m[3][c]));
+    return hn::Add(
+        dot(x, y, z, constant<V>(m[0][c]), constant<V>(m[1][c]), constant<V>(m[2][c])),
+        constant<V>(m[3][c]));
   }
-  HWY_INLINE Spot operator()(F x, F y, F z) const {
-    const F depth = column(x, y, z, 2);
-    const F across = hn::Div(hn::Mul(constant(map.scaleX), column(x, y, z, 0)), depth);
-    const F up = hn::Div(hn::Mul(constant(map.scaleY), column(x, y, z, 1)), depth);
-    return {across, up, hn::Gt(depth, hn::Zero(Floats()))};
+  template <class V>
+  HWY_INLINE Spot<V> operator()(V x, V y, V z) const {
+    const V depth = column(x, y, z, 2);
+    const V across = hn::Div(hn::Mul(constant<V>(map.scaleX), column(x, y, z, 0)), depth);
+    const V up = hn::Div(hn::Mul(constant<V>(map.scaleY), column(x, y, z, 1)), depth);
+    return {across, up, hn::Gt(depth, constant<V>(0.0F))};
   }
 };
 
@@ -64,18 +74,24 @@ struct FlatForm {
   static constexpr bool kMirrored = false;
   const PixelMap& map;
 
-  HWY_INLINE Spot operator()(F x, F y, F z) const {
-    const F across = map.projection.mode == ViewMode::Side ? z : x;
-    const F up = map.projection.mode == ViewMode::Top ? z : y;
-    return {hn::Mul(constant(map.scaleX), across), hn::Mul(constant(map.scaleY), up), hn::Eq(x, x)};
+  template <class V>
+  HWY_INLINE Spot<V> operator()(V x, V y, V z) const {
+    const V across = map.projection.mode == ViewMode::Side ? z : x;
+    const V up = map.projection.mode == ViewMode::Top ? z : y;
+    return {hn::Mul(constant<V>(map.scaleX), across), hn::Mul(constant<V>(map.scaleY), up),
+            hn::Eq(x, x)};
   }
 };
 
-/// The projection of the vertices from `i` on, after being spread and `kSteps`
-/// transforms.
-template <class Form, std::size_t kSteps, class Spread = Unspread>
+/// The projection of the vertices from `i` on, as many as the tag D has lanes, after
+/// being spread and `kSteps` transforms.
+template <class D, class Form, std::size_t kSteps, class Spread = Unspread>
 class Road {
  public:
+  using Tag = D;
+  using V = hn::Vec<D>;
+  using I = IntsOf<V>;
+
   HWY_INLINE Road(const ColumnVertices& from, const PixelMap& map)
       : map_(map),
         x_(from.x),
@@ -84,11 +100,11 @@ class Road {
         spread_{from.spread},
         steps_{step(from, 0), step(from, 1)} {}
 
-  HWY_INLINE Spot spot(std::size_t i) const {
-    const Floats d;
-    F x = hn::Load(d, x_ + i);
-    F y = hn::Load(d, y_ + i);
-    F z = hn::Load(d, z_ + i);
+  HWY_INLINE Spot<V> spot(std::size_t i) const {
+    const D d;
+    V x = hn::Load(d, x_ + i);
+    V y = hn::Load(d, y_ + i);
+    V z = hn::Load(d, z_ + i);
     spread_(x, y, z);
     if constexpr (kSteps > 0) {
       steps_[0](x, y, z);
@@ -98,16 +114,14 @@ class Road {
     }
     return Form{map_}(x, y, z);
   }
-  HWY_INLINE I pixelX(F across) const {
-    const Ints d;
+  HWY_INLINE I pixelX(V across) const {
     const I columns = quickTruncate(across);
-    const I centre = hn::Set(d, map_.projection.centre.x);
+    const I centre = hn::Set(hn::RebindToSigned<D>(), map_.projection.centre.x);
     return Form::kMirrored ? hn::Sub(centre, columns) : hn::Add(centre, columns);
   }
-  HWY_INLINE I pixelY(F up) const {
-    const Ints d;
+  HWY_INLINE I pixelY(V up) const {
     const I rows = quickTruncate(up);
-    const I centre = hn::Set(d, map_.projection.centre.y);
+    const I centre = hn::Set(hn::RebindToSigned<D>(), map_.projection.centre.y);
     const bool downward = !Form::kMirrored && map_.projection.mode == ViewMode::Top;
     return downward ? hn::Sub(centre, rows) : hn::Add(centre, rows);
   }

@@ -240,7 +240,7 @@ HWY_INLINE void prepareWalks(I spot, I way, Walks& walks) {
   const I steps = hn::Max(hn::Abs(dy), dx);
   const I drift = hn::Min(hn::Abs(dy), dx);
   const auto slope =
-      hn::Div(hn::Mul(hn::ConvertTo(df, drift), hn::Set(df, 65536.0F)), hn::ConvertTo(df, steps));
+      hn::Div(hn::ConvertTo(df, hn::ShiftLeft<16>(drift)), hn::ConvertTo(df, steps));
   hn::Store(word(line.left), d, walks.left);
   hn::Store(hn::IfThenElse(isSteep, row, hn::Set(d, 1)), d, walks.forward);
   hn::Store(hn::IfThenElse(isSteep, hn::Set(d, 1), row), d, walks.sideways);

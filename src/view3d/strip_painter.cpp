@@ -24,7 +24,9 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
   }
   const PatchHulls& patches = shape_->patches();
   if (patches.empty() || strip.instance == 0) {
-    drawGroup(strip.chunks(), begin, end);
+    for (std::size_t c = begin; c < end; c += PatchHulls::kColumns) {
+      drawGroup(strip.chunks(), c, std::min(c + PatchHulls::kColumns, end));
+    }
     lightListed(target_, lists_);
     return;
   }
@@ -47,18 +49,25 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
 void StripPainter::drawGroup(std::uint32_t chunks, std::size_t begin, std::size_t end) {
   const std::size_t last = shape_->columns() - 1;
   const std::uint32_t needed = (chunks | chunks << 1U | chunks >> 1U) & strip_.chunks();
-  std::uint32_t quickBefore = ~std::uint32_t{0};
   if (nextColumn_ != begin + 1 || (needed & ~loadedChunks_) != 0) {
     loadedChunks_ = needed;
     load(begin == 0 ? 0 : begin - 1, needed);
     load(begin, needed);
   }
-  for (std::size_t c = begin; c < end; ++c) {
-    if (c < last) {
-      load(c + 1, loadedChunks_);
-    }
-    quickBefore = drawColumn(c, chunks, quickBefore);
+  for (std::size_t c = begin; c < std::min(end, last); ++c) {
+    load(c + 1, loadedChunks_);
   }
+  WireGroup group;
+  group.count = end - begin;
+  group.columns[0] = &at(begin == 0 ? 0 : begin - 1);
+  for (std::size_t c = begin; c <= end; ++c) {
+    group.columns[c - begin + 1] = &at(std::min(c, last));
+  }
+  for (std::size_t i = 0; i < group.count; ++i) {
+    group.chunks[i] = quickChunks(*group.columns[i], *group.columns[i + 1], *group.columns[i + 2]) & chunks;
+  }
+  lightGroup(group, target_, lists_);
+  drawRest(group, chunks);
   nextColumn_ = end + 1;
 }
 
@@ -68,26 +77,27 @@ void StripPainter::load(std::size_t column, std::uint32_t chunks) {
   projectColumn(vertices, chunks, *map_, at(column), *reach_);
 }
 
-// Chunks that lie on the canvas with all their neighbours go the quick way, the
-// others line by line. Returns the chunks of the quick way.
-std::uint32_t StripPainter::drawColumn(std::size_t c, std::uint32_t chunks,
-                                       std::uint32_t quickBefore) {
-  const PixelColumn& before = at(c == 0 ? 0 : c - 1);
-  const PixelColumn& column = at(c);
-  const PixelColumn& after = at(std::min(c + 1, shape_->columns() - 1));
+// Chunks that lie on the canvas with all their neighbours go the quick way.
+std::uint32_t StripPainter::quickChunks(const PixelColumn& before, const PixelColumn& column,
+                                        const PixelColumn& after) const {
   const std::uint32_t off = ~column.inside & strip_.chunks();
   const std::uint32_t outside = ~(before.inside & column.inside & after.inside);
-  const std::uint32_t quick = chunks & ~(outside | off >> 1U | off << 1U);
-  lightColumn(before, column, after, quick, target_, lists_);
-  if (quick != chunks) {
-    for (std::size_t k = 0; k < strip_.count; ++k) {
+  return ~(outside | off >> 1U | off << 1U);
+}
+
+// The others are drawn line by line.
+void StripPainter::drawRest(const WireGroup& group, std::uint32_t chunks) {
+  for (std::size_t c = 0; c < group.count; ++c) {
+    const std::uint32_t quickBefore = c > 0 ? group.chunks[c - 1] : ~std::uint32_t{0};
+    const std::uint32_t rest = chunks & ~group.chunks[c];
+    for (std::size_t k = 0; k < strip_.count && rest != 0; ++k) {
       const std::size_t chunk = k / PixelColumn::kChunk;
-      if (((chunks & ~quick) >> chunk & 1U) != 0) {
-        drawLinesOf(k, before, column, after, (quickBefore >> chunk & 1U) != 0);
+      if ((rest >> chunk & 1U) != 0) {
+        drawLinesOf(k, *group.columns[c], *group.columns[c + 1], *group.columns[c + 2],
+                    (quickBefore >> chunk & 1U) != 0);
       }
     }
   }
-  return quick;
 }
 
 // Whole lines, since a neighbour that goes the quick way lights only its own

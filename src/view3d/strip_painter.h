@@ -45,7 +45,9 @@ class StripPainter {
  private:
   void drawGroup(std::uint32_t chunks, std::size_t begin, std::size_t end);
   void load(std::size_t column, std::uint32_t chunks);
-  std::uint32_t drawColumn(std::size_t column, std::uint32_t chunks, std::uint32_t quickBefore);
+  [[nodiscard]] std::uint32_t quickChunks(const PixelColumn& before, const PixelColumn& column,
+                                          const PixelColumn& after) const;
+  void drawRest(const WireGroup& group, std::uint32_t chunks);
   void drawLinesOf(std::size_t k, const PixelColumn& before, const PixelColumn& column,
                    const PixelColumn& after, bool back);
   void drawLine(PixelPoint a, PixelPoint b);
@@ -59,7 +61,7 @@ class StripPainter {
   std::optional<HiddenPatches> hidden_;  ///< of the strip's instance
   ShapeColumns::Workplace workplace_;
   WireLists lists_;
-  std::array<PixelColumn, 3> columns_;
+  std::array<PixelColumn, WireGroup::kColumns + 2> columns_;
   std::size_t nextColumn_ = 0;      ///< the first that is not loaded behind those that are
   std::uint32_t loadedChunks_ = 0;  ///< of the columns that are loaded; none at first
 };

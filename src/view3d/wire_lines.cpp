@@ -25,19 +25,21 @@ namespace pv::HWY_NAMESPACE {
 // Without vectors every vertex draws its two lines, which light their ends too.
 void lightAll(const WireTarget& /*target*/, WireLists& /*lists*/) {}
 
-void light(const PixelColumn& /*before*/, const PixelColumn& column, const PixelColumn& after,
-           std::uint32_t chunks, const WireTarget& target, WireLists& /*lists*/) {
+void light(const WireGroup& group, const WireTarget& target, WireLists& /*lists*/) {
   const auto draw = [&](PixelPoint a, PixelPoint b) {
     forEachLinePixel(a.x, a.y, b.x, b.y,
                      {target.width, target.height, PixelColumn::kSpotPitch},
                      [&](std::int64_t spot) { target.pixels.lightSpot(spot); });
   };
-  for (; chunks != 0; chunks &= chunks - 1) {
-    const auto chunk = static_cast<std::size_t>(std::countr_zero(chunks));
-    for (std::size_t i = 0; i < PixelColumn::kChunk; ++i) {
-      const std::size_t k = chunk * PixelColumn::kChunk + i;
-      draw(column.spotAt(k), column.spotAt(k + 1));
-      draw(column.spotAt(k), after.spotAt(k));
+  for (std::size_t c = 0; c < group.count; ++c) {
+    const PixelColumn& column = *group.columns[c + 1];
+    for (std::uint32_t chunks = group.chunks[c]; chunks != 0; chunks &= chunks - 1) {
+      const auto chunk = static_cast<std::size_t>(std::countr_zero(chunks));
+      for (std::size_t i = 0; i < PixelColumn::kChunk; ++i) {
+        const std::size_t k = chunk * PixelColumn::kChunk + i;
+        draw(column.spotAt(k), column.spotAt(k + 1));
+        draw(column.spotAt(k), group.columns[c + 2]->spotAt(k));
+      }
     }
   }
 }
@@ -92,21 +94,26 @@ void lightAll(const WireTarget& target, WireLists& lists) {
   leaveVectors();
 }
 
-void light(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
-           std::uint32_t chunks, const WireTarget& target, WireLists& lists) {
+/// A chunk of all columns of a group that have it.
+HWY_INLINE void listChunk(const WireGroup& group, std::size_t chunk, const Places& places,
+                          WireLists& lists) {
   const Ints d;
-  const Places places(target.pixels.cells);
   std::size_t pixels = lists.pixels.count;
   std::size_t three = lists.three.count;
-  for (; chunks != 0; chunks &= chunks - 1) {
-    const auto chunk = static_cast<std::size_t>(std::countr_zero(chunks));
-    const std::size_t first = PixelColumn::kLead + chunk * PixelColumn::kChunk;
+  const std::size_t first = PixelColumn::kLead + chunk * PixelColumn::kChunk;
+  for (std::size_t c = 0; c < group.count; ++c) {
+    if ((group.chunks[c] >> chunk & 1U) == 0) {
+      continue;
+    }
+    const std::int32_t* before = group.columns[c]->spots;
+    const std::int32_t* column = group.columns[c + 1]->spots;
+    const std::int32_t* after = group.columns[c + 2]->spots;
     for (std::size_t i = first; i < first + PixelColumn::kChunk; i += hn::Lanes(d)) {
-      const I spot = hn::Load(d, column.spots + i);
-      const I up = difference(hn::LoadU(d, column.spots + i + 1), spot);
-      const I on = difference(hn::Load(d, after.spots + i), spot);
-      const I down = difference(hn::LoadU(d, column.spots + i - 1), spot);
-      const I back = difference(hn::Load(d, before.spots + i), spot);
+      const I spot = hn::Load(d, column + i);
+      const I up = difference(hn::LoadU(d, column + i + 1), spot);
+      const I on = difference(hn::Load(d, after + i), spot);
+      const I down = difference(hn::LoadU(d, column + i - 1), spot);
+      const I back = difference(hn::Load(d, before + i), spot);
       const I start = places(spot);
       add(lists.pixels, pixels, isLit(up, on, down, back), start);
       queueLines(spot, start, up, lists, three);
@@ -115,10 +122,21 @@ void light(const PixelColumn& before, const PixelColumn& column, const PixelColu
   }
   lists.pixels.count = pixels;
   lists.three.count = three;
-  const std::size_t most = std::max(
-      {lists.three.count, lists.five.count, lists.seven.count, lists.nine.count, lists.more.count});
-  if (most > WireQueue::kKept || lists.pixels.count > WireLists::Pixels::kKept) {
-    lightAll(target, lists);
+}
+
+void light(const WireGroup& group, const WireTarget& target, WireLists& lists) {
+  const Places places(target.pixels.cells);
+  std::uint32_t chunks = 0;
+  for (std::size_t c = 0; c < group.count; ++c) {
+    chunks |= group.chunks[c];
+  }
+  for (; chunks != 0; chunks &= chunks - 1) {
+    listChunk(group, static_cast<std::size_t>(std::countr_zero(chunks)), places, lists);
+    const std::size_t most = std::max({lists.three.count, lists.five.count, lists.seven.count,
+                                       lists.nine.count, lists.more.count});
+    if (most > WireQueue::kKept || lists.pixels.count > WireLists::Pixels::kKept) {
+      lightAll(target, lists);
+    }
   }
   leaveVectors();
 }
@@ -167,11 +185,8 @@ void ShortLines::setLine(std::int32_t dx, std::int32_t dy, std::size_t row,
   }
 }
 
-void lightColumn(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
-                 std::uint32_t chunks, const WireTarget& target, WireLists& lists) {
-  if (chunks != 0) {
-    HWY_DYNAMIC_DISPATCH(light)(before, column, after, chunks, target, lists);
-  }
+void lightGroup(const WireGroup& group, const WireTarget& target, WireLists& lists) {
+  HWY_DYNAMIC_DISPATCH(light)(group, target, lists);
 }
 
 void lightListed(const WireTarget& target, WireLists& lists) {

@@ -46,7 +46,9 @@ struct WireTarget {
 /// two halves.
 struct alignas(64) WireQueue {
   static constexpr std::size_t kKept = 256;  ///< more are worth going through
-  static constexpr std::size_t kRoom = kKept + 2 * VertexBlock::kCapacity;
+  /// Vertices of a chunk in all columns of a group.
+  static constexpr std::size_t kOfChunk = PixelColumn::kChunk * PatchHulls::kColumns;
+  static constexpr std::size_t kRoom = kKept + 2 * kOfChunk;
   static constexpr std::size_t kSpare = 64;  ///< what a compressed store may overshoot
 
   // Left unset: only what was put in is read.
@@ -67,7 +69,7 @@ struct WireLists {
     /// Vertices, two inner pixels of every line that waits in `three`, and the first
     /// of those in `more`.
     static constexpr std::size_t kRoom =
-        kKept + VertexBlock::kCapacity + 2 * WireQueue::kRoom + kLongest;
+        kKept + WireQueue::kOfChunk + 2 * WireQueue::kRoom + kLongest;
     // Left unset as well.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
     Pixels() {}
@@ -84,17 +86,25 @@ struct WireLists {
   WireQueue more;   ///< from words
 };
 
-/// Lists, and lights now and then, what belongs to the middle column in the chunks
-/// of `chunks`: its lines up along the column and on to the next one, and the
-/// pixels of its vertices. In these chunks and around them all three columns lie on
-/// the canvas.
+/// Neighbouring columns of vertices, with the one before and the one behind.
+struct WireGroup {
+  static constexpr std::size_t kColumns = PatchHulls::kColumns;
+
+  std::array<const PixelColumn*, kColumns + 2> columns{};  ///< the first before the group
+  std::array<std::uint32_t, kColumns> chunks{};            ///< of the columns between
+  std::size_t count = 0;                                   ///< of the columns between
+};
+
+/// Lists, and lights now and then, what belongs to the columns of a group in their
+/// chunks: their lines up along the column and on to the next one, and the pixels of
+/// their vertices. In these chunks and around them all columns lie on the canvas. It
+/// goes chunk by chunk, so that what it lights lies in few pages of memory.
 ///
 /// Where all ends are on the canvas a vertex' own pixel is lit exactly when one
 /// of its four lines lights it: a line that is not horizontal lights both ends,
 /// a horizontal one its left end, and one without length none. So each vertex
 /// takes one store at most, and a line adds only the pixels between its ends.
-void lightColumn(const PixelColumn& before, const PixelColumn& column, const PixelColumn& after,
-                 std::uint32_t chunks, const WireTarget& target, WireLists& lists);
+void lightGroup(const WireGroup& group, const WireTarget& target, WireLists& lists);
 
 /// Lights all that is listed.
 void lightListed(const WireTarget& target, WireLists& lists);

@@ -159,7 +159,8 @@ HWY_INLINE std::uint32_t wanted(std::int32_t cellRow, std::int32_t low, std::int
   constexpr std::int32_t kHeight = FrameCells::kHeight;
   const std::int32_t below = std::max(low - cellRow, 0);
   const std::int32_t above = std::max(cellRow + kHeight - 1 - high, 0);
-  const std::uint32_t rows = (~std::uint32_t{0} << (8 * below)) & (~std::uint32_t{0} >> (8 * above));
+  const std::uint32_t rows =
+      (~std::uint32_t{0} << (8 * below)) & (~std::uint32_t{0} >> (8 * above));
   return rows & marked;
 }
 
@@ -202,9 +203,8 @@ std::uint32_t visible(const HiddenPatches& patches, const PatchHulls::Group& gro
         x >= 0 && y >= 0 && areas.highX[i] < map.width && areas.highY[i] < map.height;
     const std::int32_t columns = areas.highX[i] - x + 1;
     const std::int32_t rows = areas.highY[i] - y + 1;
-    const bool isHidden =
-        isOnCanvas && columns <= kMost && rows <= kMost &&
-        isAllLit(lit, x, y, areas.highX[i], areas.highY[i]);
+    const bool isHidden = isOnCanvas && columns <= kMost && rows <= kMost &&
+                          isAllLit(lit, x, y, areas.highX[i], areas.highY[i]);
     result |= static_cast<std::uint32_t>(!isHidden) << i;
   }
   leaveVectors();

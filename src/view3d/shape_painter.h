@@ -38,7 +38,7 @@ class ShapePainter {
   /// Gives every mask what any of them has lit.
   void shareLit(const PixelBox& box);
 
-  std::vector<WireMask> masks_;        ///< one a thread
+  std::vector<WireMask> masks_;  ///< one a thread
   std::uint8_t mark_ = WireMask::kFirstMark;
   std::deque<StripPainter> painters_;  ///< one a thread at least
   PixelBox box_;

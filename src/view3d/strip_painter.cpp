@@ -35,8 +35,8 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
   }
   const std::size_t chunks = VertexBlock::padded(strip.count) / VertexBlock::kStep;
   for (std::size_t c = begin; c < end; c += PatchHulls::kColumns) {
-    const std::uint32_t visible =
-        hidden_->visible(patches.group(c), strip.first / VertexBlock::kStep, chunks, target_.pixels);
+    const std::uint32_t visible = hidden_->visible(
+        patches.group(c), strip.first / VertexBlock::kStep, chunks, target_.pixels);
     if (visible != 0) {
       drawGroup(visible, c, std::min(c + PatchHulls::kColumns, end));
     }
@@ -64,7 +64,8 @@ void StripPainter::drawGroup(std::uint32_t chunks, std::size_t begin, std::size_
     group.columns[c - begin + 1] = &at(std::min(c, last));
   }
   for (std::size_t i = 0; i < group.count; ++i) {
-    group.chunks[i] = quickChunks(*group.columns[i], *group.columns[i + 1], *group.columns[i + 2]) & chunks;
+    group.chunks[i] =
+        quickChunks(*group.columns[i], *group.columns[i + 1], *group.columns[i + 2]) & chunks;
   }
   lightGroup(group, target_, lists_);
   drawRest(group, chunks);
@@ -121,8 +122,7 @@ void StripPainter::drawLine(PixelPoint a, PixelPoint b) {
   if (a == b || a.x == kInvisible || b.x == kInvisible) {
     return;
   }
-  forEachLinePixel(a.x, a.y, b.x, b.y,
-                   {target_.width, target_.height, PixelColumn::kSpotPitch},
+  forEachLinePixel(a.x, a.y, b.x, b.y, {target_.width, target_.height, PixelColumn::kSpotPitch},
                    [pixels = target_.pixels](std::int64_t spot) { pixels.lightSpot(spot); });
 }
 

@@ -27,8 +27,7 @@ void lightAll(const WireTarget& /*target*/, WireLists& /*lists*/) {}
 
 void light(const WireGroup& group, const WireTarget& target, WireLists& /*lists*/) {
   const auto draw = [&](PixelPoint a, PixelPoint b) {
-    forEachLinePixel(a.x, a.y, b.x, b.y,
-                     {target.width, target.height, PixelColumn::kSpotPitch},
+    forEachLinePixel(a.x, a.y, b.x, b.y, {target.width, target.height, PixelColumn::kSpotPitch},
                      [&](std::int64_t spot) { target.pixels.lightSpot(spot); });
   };
   for (std::size_t c = 0; c < group.count; ++c) {
@@ -46,10 +45,40 @@ void light(const WireGroup& group, const WireTarget& target, WireLists& /*lists*
 
 #else
 
+/// Those of the lists, in registers while many entries are added.
+struct Counts {
+  HWY_INLINE explicit Counts(const WireLists& lists)
+      : pixels(lists.pixels.count),
+        three(lists.three.count),
+        five(lists.five.count),
+        seven(lists.seven.count),
+        nine(lists.nine.count),
+        more(lists.more.count) {}
+  HWY_INLINE void keep(WireLists& lists) const {
+    lists.pixels.count = pixels;
+    lists.three.count = three;
+    lists.five.count = five;
+    lists.seven.count = seven;
+    lists.nine.count = nine;
+    lists.more.count = more;
+  }
+  [[nodiscard]] HWY_INLINE bool areHigh() const {
+    return std::max({three, five, seven, nine, more}) > WireQueue::kKept ||
+           pixels > WireLists::Pixels::kKept;
+  }
+
+  std::size_t pixels;
+  std::size_t three;
+  std::size_t five;
+  std::size_t seven;
+  std::size_t nine;
+  std::size_t more;
+};
+
 /// Queues the lines of more than one step from `spot`, whose place in the mask is
-/// `start`; `three` counts those of the shortest class. The classes are told apart by
-/// the highest bit of either side, or of a side and a little more.
-HWY_INLINE void queueLines(I spot, I start, I way, WireLists& lists, std::size_t& three) {
+/// `start`. The classes are told apart by the highest bit of either side, or of a side
+/// and a little more.
+HWY_INLINE void queueLines(I spot, I start, I way, WireLists& lists, Counts& counts) {
   const Ints d;
   const S sides = hn::Abs(halves(way));
   const auto isLong = hasBits(word(sides), 0xFFFEFFFEU);
@@ -57,16 +86,16 @@ HWY_INLINE void queueLines(I spot, I start, I way, WireLists& lists, std::size_t
     return;
   }
   const auto beyondThree = hasBits(word(sides), 0xFFFCFFFCU);
-  add(lists.three, three, hn::AndNot(beyondThree, isLong), spot, way);
+  add(lists.three, counts.three, hn::AndNot(beyondThree, isLong), spot, way);
   if (!hn::AllFalse(d, beyondThree)) {
     const auto beyondFive = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 2))), 0xFFF8FFF8U);
     const auto beyondSeven = hasBits(word(sides), 0xFFF8FFF8U);
-    add(lists.five, lists.five.count, hn::AndNot(beyondFive, beyondThree), start, way);
-    add(lists.seven, lists.seven.count, hn::AndNot(beyondSeven, beyondFive), start, way);
+    add(lists.five, counts.five, hn::AndNot(beyondFive, beyondThree), start, way);
+    add(lists.seven, counts.seven, hn::AndNot(beyondSeven, beyondFive), start, way);
     if (!hn::AllFalse(d, beyondSeven)) {
       const auto beyondNine = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 6))), 0xFFF0FFF0U);
-      add(lists.nine, lists.nine.count, hn::AndNot(beyondNine, beyondSeven), start, way);
-      add(lists.more, lists.more.count, beyondNine, spot, way);
+      add(lists.nine, counts.nine, hn::AndNot(beyondNine, beyondSeven), start, way);
+      add(lists.more, counts.more, beyondNine, spot, way);
     }
   }
 }
@@ -96,10 +125,8 @@ void lightAll(const WireTarget& target, WireLists& lists) {
 
 /// A chunk of all columns of a group that have it.
 HWY_INLINE void listChunk(const WireGroup& group, std::size_t chunk, const Places& places,
-                          WireLists& lists) {
+                          WireLists& lists, Counts& counts) {
   const Ints d;
-  std::size_t pixels = lists.pixels.count;
-  std::size_t three = lists.three.count;
   const std::size_t first = PixelColumn::kLead + chunk * PixelColumn::kChunk;
   for (std::size_t c = 0; c < group.count; ++c) {
     if ((group.chunks[c] >> chunk & 1U) == 0) {
@@ -115,13 +142,11 @@ HWY_INLINE void listChunk(const WireGroup& group, std::size_t chunk, const Place
       const I down = difference(hn::LoadU(d, column + i - 1), spot);
       const I back = difference(hn::Load(d, before + i), spot);
       const I start = places(spot);
-      add(lists.pixels, pixels, isLit(up, on, down, back), start);
-      queueLines(spot, start, up, lists, three);
-      queueLines(spot, start, on, lists, three);
+      add(lists.pixels, counts.pixels, isLit(up, on, down, back), start);
+      queueLines(spot, start, up, lists, counts);
+      queueLines(spot, start, on, lists, counts);
     }
   }
-  lists.pixels.count = pixels;
-  lists.three.count = three;
 }
 
 void light(const WireGroup& group, const WireTarget& target, WireLists& lists) {
@@ -130,14 +155,16 @@ void light(const WireGroup& group, const WireTarget& target, WireLists& lists) {
   for (std::size_t c = 0; c < group.count; ++c) {
     chunks |= group.chunks[c];
   }
+  Counts counts(lists);
   for (; chunks != 0; chunks &= chunks - 1) {
-    listChunk(group, static_cast<std::size_t>(std::countr_zero(chunks)), places, lists);
-    const std::size_t most = std::max({lists.three.count, lists.five.count, lists.seven.count,
-                                       lists.nine.count, lists.more.count});
-    if (most > WireQueue::kKept || lists.pixels.count > WireLists::Pixels::kKept) {
+    listChunk(group, static_cast<std::size_t>(std::countr_zero(chunks)), places, lists, counts);
+    if (counts.areHigh()) {
+      counts.keep(lists);
       lightAll(target, lists);
+      counts = Counts(lists);
     }
   }
+  counts.keep(lists);
   leaveVectors();
 }
 
@@ -162,7 +189,8 @@ void ShortLines::setCells(const FrameCells& cells) {
     for (std::int32_t dx = -kReach; dx <= kReach; ++dx) {
       const std::int32_t line = (dy + kReach) * kSide + dx + kReach;
       for (std::size_t row = 0; row < kRows; ++row) {
-        setLine(dx, dy, row, inner_.data() + (static_cast<std::size_t>(line) * kRows + row) * kMost);
+        setLine(dx, dy, row,
+                inner_.data() + (static_cast<std::size_t>(line) * kRows + row) * kMost);
       }
     }
   }

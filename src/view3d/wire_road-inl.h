@@ -57,9 +57,8 @@ struct PerspectiveForm {
   template <class V>
   HWY_INLINE V column(V x, V y, V z, std::size_t c) const {
     const auto& m = map.projection.view.m;
-    return hn::Add(
-        dot(x, y, z, constant<V>(m[0][c]), constant<V>(m[1][c]), constant<V>(m[2][c])),
-        constant<V>(m[3][c]));
+    return hn::Add(dot(x, y, z, constant<V>(m[0][c]), constant<V>(m[1][c]), constant<V>(m[2][c])),
+                   constant<V>(m[3][c]));
   }
   template <class V>
   HWY_INLINE Spot<V> operator()(V x, V y, V z) const {

@@ -50,8 +50,7 @@ HWY_INLINE I flattened(I pair, std::int32_t across, std::int32_t up) {
                                        hn::Zero(d), unused);
 #else
   const I x = hn::ShiftRight<16>(hn::ShiftLeft<16>(pair));
-  return hn::Add(hn::Mul(x, hn::Set(d, across)),
-                 hn::Mul(hn::ShiftRight<16>(pair), hn::Set(d, up)));
+  return hn::Add(hn::Mul(x, hn::Set(d, across)), hn::Mul(hn::ShiftRight<16>(pair), hn::Set(d, up)));
 #endif
 }
 
@@ -172,12 +171,13 @@ HWY_INLINE void walkThree(WireQueue& queue, WireLists::Pixels& pixels, const Pla
 
 // All look-ups of a line stand before its stores, of which the compiler cannot
 // know that they do not reach the table. For the same reason what the loop needs
-// is kept in variables of its own.
+// is kept in variables of its own. Lines of the table are counted in bytes, so that
+// an address is made by the look-up itself.
 template <std::size_t... kInner>
 HWY_INLINE void walkShort(WireQueue& queue, const WireTarget& target,
                           std::index_sequence<kInner...> /*inner*/) {
   const Ints d;
-  constexpr auto kRow = static_cast<std::int32_t>(ShortLines::kMost);
+  constexpr auto kRow = static_cast<std::int32_t>(ShortLines::kMost * sizeof(std::int32_t));
   constexpr auto kLine = static_cast<std::int32_t>(ShortLines::kRows) * kRow;
   constexpr std::int32_t kMiddle = (ShortLines::kSide + 1) * ShortLines::kReach;
   const std::size_t count = queue.count;
@@ -190,13 +190,13 @@ HWY_INLINE void walkShort(WireQueue& queue, const WireTarget& target,
     const I row = hn::And(hn::Load(d, queue.start + i), hn::Set(d, FrameCells::kHeight - 1));
     hn::Store(hn::Add(line, hn::Mul(row, hn::Set(d, kRow))), d, queue.way + i);
   }
-  const std::int32_t* table = target.shortLines->data();
+  const auto* table = reinterpret_cast<const char*>(target.shortLines->data());
   std::uint8_t* lit = target.pixels.bytes();
   const std::uint8_t mark = target.pixels.mark;
   const auto walk = [&](std::size_t i) {
-    const std::int32_t* inner = table + queue.way[i];
+    const std::int64_t line = queue.way[i];
     std::uint8_t* start = lit + queue.start[i];
-    const std::int64_t steps[] = {inner[kInner]...};
+    const std::int64_t steps[] = {reinterpret_cast<const std::int32_t*>(table + line)[kInner]...};
     ((start[steps[kInner]] = mark), ...);
   };
   // An odd one is walked twice.
@@ -239,8 +239,7 @@ HWY_INLINE void prepareWalks(I spot, I way, Walks& walks) {
   const auto isSteep = hn::Gt(hn::Abs(dy), dx);
   const I steps = hn::Max(hn::Abs(dy), dx);
   const I drift = hn::Min(hn::Abs(dy), dx);
-  const auto slope =
-      hn::Div(hn::ConvertTo(df, hn::ShiftLeft<16>(drift)), hn::ConvertTo(df, steps));
+  const auto slope = hn::Div(hn::ConvertTo(df, hn::ShiftLeft<16>(drift)), hn::ConvertTo(df, steps));
   hn::Store(word(line.left), d, walks.left);
   hn::Store(hn::IfThenElse(isSteep, row, hn::Set(d, 1)), d, walks.forward);
   hn::Store(hn::IfThenElse(isSteep, hn::Set(d, 1), row), d, walks.sideways);
@@ -276,7 +275,8 @@ inline void walkFurther(std::int32_t spot, std::int32_t way, const MaskPixels& l
   const std::int64_t y = spot >> 16;
   const std::int64_t endX = x + static_cast<std::int16_t>(way & 0xFFFF);
   const std::int64_t endY = y + (way >> 16);
-  const LineSegment line = x <= endX ? LineSegment{x, y, endX, endY} : LineSegment{endX, endY, x, y};
+  const LineSegment line =
+      x <= endX ? LineSegment{x, y, endX, endY} : LineSegment{endX, endY, x, y};
   if (y == endY) {
     for (std::int64_t i = line.x1; i < line.x2; ++i) {
       lit.light(static_cast<std::int32_t>(i), static_cast<std::int32_t>(y));

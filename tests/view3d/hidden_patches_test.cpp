@@ -180,8 +180,9 @@ TEST_P(HiddenPatchesOf, APixelThatIsDarkShowsAllWiresThroughIt) {
     }
     const PixelMap map(scene.projection, scene.projector, scene.width, scene.height);
     const HiddenPatches tested(scene.transforms, map);
-    std::vector<std::uint8_t> lit(
-        static_cast<std::size_t>(scene.width * scene.height) + WireMask::kReadable, kLit);
+    const FrameCells cells(scene.width, scene.height);
+    std::vector<std::uint32_t> words(cells.words(), 0x55555555);
+    const MaskPixels lit{words.data(), cells, static_cast<std::uint8_t>(1U << 2U * (i % 4))};
     const std::size_t all = (scene.rows + PatchHulls::kRows - 1) / PatchHulls::kRows;
     for (std::size_t c = 0; c < scene.columns; c += PatchHulls::kColumns) {
       const PatchHulls::Group group = patches.group(c);
@@ -189,19 +190,21 @@ TEST_P(HiddenPatchesOf, APixelThatIsDarkShowsAllWiresThroughIt) {
         const std::size_t first = chunk / 31 * 31;  // as strips overlap
         const std::size_t count = std::min<std::size_t>(all - first, 32);
         const auto shows = [&] {
-          return (tested.visible(group, first, count, lit.data()) >> (chunk - first) & 1U) != 0;
+          return (tested.visible(group, first, count, lit) >> (chunk - first) & 1U) != 0;
         };
         if (shows()) {
           continue;  // with all pixels lit: with fewer it would as well
         }
         ++hidden;
         for (const std::int64_t pixel : wirePixels(scene, chunk, c, dice)) {
-          std::uint8_t& dark = lit[static_cast<std::size_t>(pixel)];
-          dark = 0;
+          std::uint8_t& dark =
+              lit.bytes()[cells.byte(static_cast<std::int32_t>(pixel % scene.width),
+                                     static_cast<std::int32_t>(pixel / scene.width))];
+          dark &= static_cast<std::uint8_t>(~lit.mark);
           ASSERT_TRUE(shows()) << "scene " << i << ", chunk " << chunk << " of " << all
                                << ", column " << c << ", pixel " << pixel % scene.width << ' '
                                << pixel / scene.width;
-          dark = kLit;
+          dark |= lit.mark;
         }
       }
     }

@@ -7,15 +7,11 @@
 #include <limits>
 #include <string>
 
-#include "math/simd.h"
 #include "reference/comparison.h"
 #include "reference/random_shapes.h"
 #include "reference/reference_view.h"
 #include "view3d/shape_view.h"
-// clang-format off
-#include <hwy/highway.h>
-#include <hwy/targets.h>
-// clang-format on
+#include "view3d/vector_form_choice.h"
 
 namespace pv {
 namespace {
@@ -24,12 +20,7 @@ using reference::Dice;
 using reference::FrameSetup;
 using reference::Taste;
 
-// Unoptimised and watched, a frame takes fifty times as long.
-#ifdef __SANITIZE_ADDRESS__
-constexpr int kChanges = 80;
-#else
-constexpr int kChanges = 1500;
-#endif
+constexpr int kChanges = kIsWatched ? 80 : 1500;
 
 struct State {
   ShapeRecord shape;
@@ -125,14 +116,9 @@ std::string describe(const State& state) {
          ", threads " + std::to_string(state.threads);
 }
 
-class ChangingView : public testing::Test {
- protected:
-  ~ChangingView() override { hwy::GetChosenTarget().Update(hwy::SupportedTargets()); }
-};
-
-TEST_F(ChangingView, NothingStaleIsDrawn) {
+TEST(ChangingView, NothingStaleIsDrawn) {
   Dice dice(60);
-  const auto targets = hwy::SupportedAndGeneratedTargets();
+  VectorFormChoice forms;
   State state;
   state.setup.showGrid = false;
   newShape(state, dice);
@@ -140,7 +126,7 @@ TEST_F(ChangingView, NothingStaleIsDrawn) {
   reference::Random random;
   for (int i = 0; i < kChanges; ++i) {
     // Every vector form in turn: what one leaves the next one must be able to use.
-    hwy::GetChosenTarget().Update(targets[static_cast<std::size_t>(i / 4) % targets.size()]);
+    forms.choose(static_cast<std::size_t>(i / 4));
     const State before = state;
     for (int changes = dice.once(4) ? 2 : 1; changes > 0; --changes) {
       kChange[static_cast<std::size_t>(dice.below(kChange.size()))](state, dice);

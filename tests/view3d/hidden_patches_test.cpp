@@ -10,27 +10,18 @@
 #include <optional>
 #include <vector>
 
-#include "math/simd.h"
 #include "raster/line_walk.h"
 #include "reference/random_shapes.h"
 #include "shape/modifiers.h"
+#include "view3d/vector_form_choice.h"
 #include "view3d/wire_mask.h"
-// clang-format off
-#include <hwy/highway.h>
-#include <hwy/targets.h>
-// clang-format on
 
 namespace pv {
 namespace {
 
 using reference::Dice;
 
-// Unoptimised and watched, a patch takes fifty times as long.
-#ifdef __SANITIZE_ADDRESS__
-constexpr int kScenes = 120;
-#else
-constexpr int kScenes = 1500;
-#endif
+constexpr int kScenes = kIsWatched ? 120 : 1500;
 
 Vec3 anyVec3(Dice& dice, float reach) {
   return {dice.between(-reach, reach), dice.between(-reach, reach), dice.between(-reach, reach)};
@@ -160,18 +151,15 @@ std::vector<std::int64_t> wirePixels(Scene& scene, std::size_t chunk, std::size_
           lit[static_cast<std::size_t>(dice.below(static_cast<int>(lit.size())))]};
 }
 
-class HiddenPatchesOf : public testing::TestWithParam<Way> {
- protected:
-  ~HiddenPatchesOf() override { hwy::GetChosenTarget().Update(hwy::SupportedTargets()); }
-};
+class HiddenPatchesOf : public testing::TestWithParam<Way> {};
 
 // With every pixel lit but one, a patch with a wire through that one must show.
 TEST_P(HiddenPatchesOf, APixelThatIsDarkShowsAllWiresThroughIt) {
   Dice dice(50);
-  const auto targets = hwy::SupportedAndGeneratedTargets();
+  VectorFormChoice forms;
   int hidden = 0;
   for (int i = 0; i < kScenes; ++i) {
-    hwy::GetChosenTarget().Update(targets[static_cast<std::size_t>(i) % targets.size()]);
+    forms.choose(static_cast<std::size_t>(i));
     Scene scene(dice, GetParam());
     PatchHulls patches;
     ASSERT_TRUE(patches.prepare(scene.rows, scene.columns));

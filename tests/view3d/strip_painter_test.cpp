@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "reference/random_shapes.h"
+#include "view3d/vector_form_choice.h"
 #include "view3d/wire_mask.h"
 
 namespace pv {
@@ -16,11 +17,7 @@ namespace {
 
 using reference::Dice;
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr int kFrames = 10;
-#else
-constexpr int kFrames = 100;
-#endif
+constexpr int kFrames = kIsWatched ? 10 : 100;
 
 struct Piece {
   Strip strip;

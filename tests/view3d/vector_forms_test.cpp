@@ -7,15 +7,11 @@
 #include <limits>
 #include <string>
 
-#include "math/simd.h"
 #include "reference/comparison.h"
 #include "reference/random_shapes.h"
 #include "reference/reference_view.h"
 #include "view3d/shape_view.h"
-// clang-format off
-#include <hwy/highway.h>
-#include <hwy/targets.h>
-// clang-format on
+#include "view3d/vector_form_choice.h"
 
 namespace pv {
 namespace {
@@ -24,24 +20,17 @@ using reference::Dice;
 using reference::FrameSetup;
 using reference::Taste;
 
-// Unoptimised and watched, a frame takes fifty times as long.
-#ifdef __SANITIZE_ADDRESS__
-constexpr int kLessOften = 6;
-#else
-constexpr int kLessOften = 1;
-#endif
+constexpr int kLessOften = kIsWatched ? 6 : 1;
 
 class VectorForms : public testing::Test {
  protected:
-  ~VectorForms() override { hwy::GetChosenTarget().Update(hwy::SupportedTargets()); }
-
   /// Draws the shape by every form and compares it with the reference.
-  static void compare(const ShapeRecord& shape, const FrameSetup& setup, unsigned threads = 1) {
+  void compare(const ShapeRecord& shape, const FrameSetup& setup, unsigned threads = 1) {
     reference::Random random;
     (void)reference::generateShape(shape, random);
     const auto wanted = reference::drawFrame(shape, setup, random);
-    for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
-      hwy::GetChosenTarget().Update(target);
+    for (std::size_t i = 0; i < forms_.size(); ++i) {
+      const std::string form = forms_.choose(i);
       ShapeView view;
       view.setSize(setup.width, setup.height);
       view.setViewMode(setup.mode);
@@ -51,8 +40,8 @@ class VectorForms : public testing::Test {
       view.setThreads(threads);
       view.setShape(shape);
       ASSERT_EQ(reference::firstDifference(view.drawFrame(), wanted, setup.width), "")
-          << hwy::TargetName(target) << ", view " << static_cast<int>(setup.mode) << " of "
-          << setup.width << " x " << setup.height << '\n'
+          << form << ", view " << static_cast<int>(setup.mode) << " of " << setup.width << " x "
+          << setup.height << '\n'
           << reference::describe(shape);
     }
   }
@@ -68,6 +57,9 @@ class VectorForms : public testing::Test {
     setup.showGrid = false;
     return setup;
   }
+
+ private:
+  VectorFormChoice forms_;
 };
 
 /// A path of `count` points whose steps are whole pixels up to `reach` in the

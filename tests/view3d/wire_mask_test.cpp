@@ -5,13 +5,9 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "math/simd.h"
 #include "reference/comparison.h"
 #include "reference/random_shapes.h"
-// clang-format off
-#include <hwy/highway.h>
-#include <hwy/targets.h>
-// clang-format on
+#include "view3d/vector_form_choice.h"
 
 namespace pv {
 namespace {
@@ -103,23 +99,18 @@ class Painting {
 // More frames than there are marks, so that what was lit long ago must be gone.
 TEST(WireMask, FramesShowOnlyWhatIsLitInThem) {
   Dice dice(90);
-  const auto targets = hwy::SupportedAndGeneratedTargets();
+  VectorFormChoice forms;
   for (int i = 0; i < 400; ++i) {
-    hwy::GetChosenTarget().Update(targets[static_cast<std::size_t>(i) % targets.size()]);
+    forms.choose(static_cast<std::size_t>(i));
     Painting painting(dice, i % 2 == 0);
     std::size_t masks = 1;
     for (int frame = 0; frame < 30; ++frame) {
       if (dice.once(5)) {
         masks = static_cast<std::size_t>(dice.between(1, 4));
       }
-      const std::string difference = painting.next(masks);
-      if (!difference.empty()) {
-        hwy::GetChosenTarget().Update(hwy::SupportedTargets());
-      }
-      ASSERT_EQ(difference, "") << "painting " << i << ", frame " << frame;
+      ASSERT_EQ(painting.next(masks), "") << "painting " << i << ", frame " << frame;
     }
   }
-  hwy::GetChosenTarget().Update(hwy::SupportedTargets());
 }
 
 }  // namespace

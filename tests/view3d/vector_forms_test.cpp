@@ -110,6 +110,28 @@ TEST_F(VectorForms, LinesOfEveryLengthAndDirection) {
   }
 }
 
+// Rows of single vertices, some of them behind the eye: where lines end a pixel is often
+// lit by the line from the column before alone, which may belong to another group.
+TEST_F(VectorForms, LinesThatEndBehindTheEye) {
+  Dice dice(45);
+  for (int i = 0; i < 300 / kLessOften; ++i) {
+    ShapeRecord shape;
+    shape.emitter.kind = EmitterKind::GridPatch;
+    shape.emitter.horizontalAmount = 1;
+    shape.emitter.horizontalSize = 0;
+    shape.emitter.verticalAmount = dice.between(10, 60);
+    shape.emitter.verticalSize = dice.between(2, 30);
+    FrameSetup setup = setupOf(dice);
+    setup.mode = ViewMode::Perspective;
+    setup.camera.yaw = 90.0F * static_cast<float>(dice.below(4)) + dice.between(-4.0F, 4.0F);
+    setup.camera.pitch = dice.between(-4.0F, 4.0F);
+    setup.camera.distance = dice.between(0.1F, 0.8F);
+    setup.showLines = true;
+    compare(shape, setup);
+    ASSERT_FALSE(HasFatalFailure()) << i;
+  }
+}
+
 // Longer than a block, so drawn in strips that share a row.
 TEST_F(VectorForms, LongColumns) {
   Dice dice(42);

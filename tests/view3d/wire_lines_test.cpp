@@ -5,13 +5,10 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <memory>
+#include <string>
 
-#include "math/simd.h"
 #include "raster/line_walk.h"
-// clang-format off
-#include <hwy/highway.h>
-#include <hwy/targets.h>
-// clang-format on
+#include "view3d/vector_form_choice.h"
 
 namespace pv {
 namespace {
@@ -68,14 +65,14 @@ TEST(WireLines, FullListsLightEveryPixel) {
   const FrameCells cells(kWidth, kHeight);
   ShortLines shortLines;
   shortLines.setCells(cells);
-  for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
-    hwy::GetChosenTarget().Update(target);
+  VectorFormChoice forms;
+  for (std::size_t form = 0; form < forms.size(); ++form) {
+    const std::string name = forms.choose(form);
     WireMask mask;
     ASSERT_TRUE(mask.begin(kWidth, kHeight, WireMask::kFirstMark));
     const auto lists = std::make_unique<WireLists>();
     lightGroup(group, {mask.pixels(), kWidth, kHeight, &shortLines}, *lists);
     lightListed({mask.pixels(), kWidth, kHeight, &shortLines}, *lists);
-    hwy::GetChosenTarget().Update(hwy::SupportedTargets());
     // The ends of lines are left to the next column, which belongs to another group.
     for (std::size_t k = 0; k < kChunks * PixelColumn::kChunk; ++k) {
       const PixelPoint end = columns->back().spotAt(k);
@@ -86,7 +83,7 @@ TEST(WireLines, FullListsLightEveryPixel) {
       for (std::int32_t x = 0; x < kWidth; ++x) {
         const bool isLit = mask.pixels().bytes()[cells.byte(x, y)] == WireMask::kFirstMark;
         ASSERT_EQ(isLit, wanted[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)])
-            << hwy::TargetName(target) << ' ' << x << ' ' << y;
+            << name << ' ' << x << ' ' << y;
       }
     }
   }

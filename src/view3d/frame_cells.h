@@ -56,9 +56,9 @@ class FrameCells {
 /// The pixels of a frame as bytes of a mask. Those that are lit hold the mark, a
 /// single bit; what else they or others hold is left from earlier frames.
 struct MaskPixels {
-  std::uint32_t* words;
+  std::uint32_t* words = nullptr;
   FrameCells cells;
-  std::uint8_t mark;
+  std::uint8_t mark = 0;
 
   [[nodiscard]] std::uint8_t* bytes() const { return reinterpret_cast<std::uint8_t*>(words); }
   /// The mark in all four bytes.

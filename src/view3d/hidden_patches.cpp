@@ -175,7 +175,7 @@ HWY_INLINE bool isAllLit(const MaskPixels& lit, std::int32_t lowX, std::int32_t 
   if ((at(lowX, lowY) & at(highX, lowY) & at(lowX, highY) & at(highX, highY) & lit.mark) == 0) {
     return false;
   }
-  const auto columns = static_cast<std::size_t>(highX - lowX + 1);
+  const auto columns = static_cast<std::size_t>(highX - lowX) + 1;
   for (std::int32_t y = lowY / kHeight * kHeight; y <= highY; y += kHeight) {
     const std::uint32_t* words = lit.words + lit.cells.word(lowX, y);
     const auto marks = hn::Set(d, wanted(y, lowY, highY, lit.markedWord()));

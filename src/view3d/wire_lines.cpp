@@ -100,7 +100,7 @@ HWY_INLINE void queueLines(I spot, I start, I way, WireLists& lists, Counts& cou
   }
 }
 
-// --- a column ----------------------------------------------------------------
+// --- a group -----------------------------------------------------------------
 
 /// Whether one of a vertex' four lines lights its pixel.
 HWY_INLINE hn::Mask<Ints> isLit(I up, I on, I down, I back) {

@@ -36,9 +36,9 @@ class ShortLines {
 /// Where one thread collects the pixels of wires, in a frame of this size.
 struct WireTarget {
   MaskPixels pixels;
-  std::int32_t width;
-  std::int32_t height;
-  const ShortLines* shortLines;
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  const ShortLines* shortLines = nullptr;
 };
 
 /// Lines of a length class that wait for their inner pixels: where they start, as a

@@ -13,6 +13,7 @@
 
 #include "math/leave_vectors-inl.h"
 #include "shape/vertex_transform-inl.h"
+#include "view3d/single_pixels-inl.h"
 // clang-format on
 
 #ifndef PV_VIEW3D_HIDDEN_PATCHES_ONCE
@@ -152,38 +153,53 @@ void patchAreas(const HiddenPatches& patches, const PatchHulls::Group& group, st
   }
 }
 
-/// The pixels of a row of cells that a rectangle covers: the marks that its words must
-/// have.
-HWY_INLINE std::uint32_t wanted(std::int32_t cellRow, std::int32_t low, std::int32_t high,
-                                std::uint32_t marked) {
-  constexpr std::int32_t kHeight = FrameCells::kHeight;
-  const std::int32_t below = std::max(low - cellRow, 0);
-  const std::int32_t above = std::max(cellRow + kHeight - 1 - high, 0);
-  const std::uint32_t rows =
-      (~std::uint32_t{0} << (8 * below)) & (~std::uint32_t{0} >> (8 * above));
-  return rows & marked;
+/// Pixels from low to high, both included.
+struct Area {
+  std::int32_t lowX;
+  std::int32_t lowY;
+  std::int32_t highX;
+  std::int32_t highY;
+};
+
+/// Whether all bits of an area's part in the strip from `x` on are set.
+HWY_INLINE bool isStripLit(const MaskPixels& lit, const Area& area, std::int32_t x) {
+  const hn::ScalableTag<std::uint16_t> d;
+  const auto rows = static_cast<std::size_t>(area.highY - area.lowY) + 1;
+  const std::uint32_t fromLow = 0xFFU << static_cast<std::uint32_t>(std::max(area.lowX - x, 0));
+  const std::uint32_t toHigh = 0xFFU >> static_cast<std::uint32_t>(std::max(x + 7 - area.highX, 0));
+  const auto wanted = hn::Set(d, static_cast<std::uint16_t>(fromLow & toHigh));
+  const std::uint16_t* own = lit.words + lit.strips.word(x, area.lowY);
+  const std::uint16_t* left = own - lit.strips.pitch();
+  for (std::size_t y = 0; y < rows; y += hn::Lanes(d)) {
+    const auto both = hn::Or(hn::LoadU(d, own + y), hn::ShiftRight<8>(hn::LoadU(d, left + y)));
+    const auto dark = hn::Ne(hn::And(both, wanted), wanted);
+    if (!hn::AllFalse(d, hn::And(dark, hn::FirstN(d, rows - y)))) {
+      return false;
+    }
+  }
+  return true;
 }
 
-/// Whether all pixels of an area are lit. Where some are not, mostly one of its
-/// corners sticks out of what is.
-HWY_INLINE bool isAllLit(const MaskPixels& lit, std::int32_t lowX, std::int32_t lowY,
-                         std::int32_t highX, std::int32_t highY) {
-  constexpr std::int32_t kHeight = FrameCells::kHeight;
-  const hn::ScalableTag<std::uint32_t> d;
-  const std::uint8_t* bytes = lit.bytes();
-  const auto at = [&](std::int32_t x, std::int32_t y) { return bytes[lit.cells.byte(x, y)]; };
-  if ((at(lowX, lowY) & at(highX, lowY) & at(lowX, highY) & at(highX, highY) & lit.mark) == 0) {
+/// Whether all pixels of an area are lit. Where some are not, mostly one of its corners
+/// sticks out of what is. Single pixels that are met become bits.
+HWY_INLINE bool isAllLit(const MaskPixels& lit, const Area& area) {
+  if (!lit.isLit(area.lowX, area.lowY) || !lit.isLit(area.highX, area.lowY) ||
+      !lit.isLit(area.lowX, area.highY) || !lit.isLit(area.highX, area.highY)) {
     return false;
   }
-  const auto columns = static_cast<std::size_t>(highX - lowX) + 1;
-  for (std::int32_t y = lowY / kHeight * kHeight; y <= highY; y += kHeight) {
-    const std::uint32_t* words = lit.words + lit.cells.word(lowX, y);
-    const auto marks = hn::Set(d, wanted(y, lowY, highY, lit.markedWord()));
-    for (std::size_t x = 0; x < columns; x += hn::Lanes(d)) {
-      const auto dark = hn::Ne(hn::And(hn::LoadU(d, words + x), marks), marks);
-      if (!hn::AllFalse(d, hn::And(dark, hn::FirstN(d, columns - x)))) {
-        return false;
-      }
+  const std::int32_t bottom = area.lowY / FrameCells::kHeight * FrameCells::kHeight;
+  const auto rows = static_cast<std::size_t>(area.highY - bottom) + 1;
+  constexpr std::int32_t kWidth = FrameStrips::kWidth;
+  for (std::int32_t x = area.lowX / kWidth * kWidth; x <= area.highX; x += kWidth) {
+    if (isStripLit(lit, area, x)) {
+      continue;
+    }
+    if (!lit.singles->areUsed) {
+      return false;
+    }
+    settleRows(lit, lit.strips.word(x, bottom), rows);
+    if (!isStripLit(lit, area, x)) {
+      return false;
     }
   }
   return true;
@@ -204,7 +220,7 @@ std::uint32_t visible(const HiddenPatches& patches, const PatchHulls::Group& gro
     const std::int32_t columns = areas.highX[i] - x + 1;
     const std::int32_t rows = areas.highY[i] - y + 1;
     const bool isHidden = isOnCanvas && columns <= kMost && rows <= kMost &&
-                          isAllLit(lit, x, y, areas.highX[i], areas.highY[i]);
+                          isAllLit(lit, {x, y, areas.highX[i], areas.highY[i]});
     result |= static_cast<std::uint32_t>(!isHidden) << i;
   }
   leaveVectors();

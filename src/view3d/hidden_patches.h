@@ -7,7 +7,7 @@
 
 #include "shape/duplicates.h"
 #include "shape/patch_hulls.h"
-#include "view3d/frame_cells.h"
+#include "view3d/frame_strips.h"
 #include "view3d/wire_projection.h"
 
 namespace pv {
@@ -21,8 +21,9 @@ class HiddenPatches {
   /// `transforms` are those of the instance. The map must outlive this.
   HiddenPatches(std::span<const InstanceTransform> transforms, const PixelMap& map);
 
-  /// `lit` is of the map's frame. Bit c of the result is set while the c-th of the
-  /// `chunks` (32 at most) chunks of rows from `firstChunk` on has to be drawn.
+  /// `lit` is of the map's frame; single pixels may become bits of it. Bit c of the result is set
+  /// while the c-th of the `chunks` (32 at most) chunks of rows from `firstChunk` on has to be
+  /// drawn.
   [[nodiscard]] std::uint32_t visible(const PatchHulls::Group& group, std::size_t firstChunk,
                                       std::size_t chunks, const MaskPixels& lit) const;
 

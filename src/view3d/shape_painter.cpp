@@ -99,14 +99,13 @@ class Rounds {
 bool ShapePainter::begin(const RasterCanvas& canvas, const ShapeColumns& shape, std::size_t masks) {
   box_ = {};
   masks_.resize(masks);
-  mark_ = WireMask::nextMark(mark_);
   for (WireMask& mask : masks_) {
-    if (!mask.begin(canvas.width, canvas.height, mark_)) {
+    if (!mask.begin(canvas.width, canvas.height)) {
       masks_.clear();
       return false;
     }
   }
-  return canvas.width > 0 && shape.instances() > 0 && shape.rows() > 0;
+  return canvas.width > 0 && shape.instances() > 0 && shape.columns() > 0 && shape.rows() > 0;
 }
 
 PixelBox ShapePainter::end() {
@@ -116,6 +115,19 @@ PixelBox ShapePainter::end() {
   return box_;
 }
 
+PixelBox ShapePainter::endLines(WorkShare& share) {
+  const auto finish = [this](std::size_t i) {
+    painters_[i].finish();
+    masks_[i].settle();
+  };
+  if (masks_.size() == 1) {
+    finish(0);
+  } else {
+    share.run(masks_.size(), [&](std::size_t i, unsigned /*worker*/) { finish(i); });
+  }
+  return end();
+}
+
 PixelBox ShapePainter::collectLines(const RasterCanvas& canvas, const ShapeColumns& shape,
                                     const ViewProjector& projector,
                                     const ShapeProjection& projection, WorkShare& share) {
@@ -123,46 +135,45 @@ PixelBox ShapePainter::collectLines(const RasterCanvas& canvas, const ShapeColum
   if (!begin(canvas, shape, rounds.workers(share))) {
     return {};
   }
-  shortLines_.setCells(FrameCells(canvas.width, canvas.height));
   PixelMap map(projection, projector, canvas.width, canvas.height);
   map.isLongWork = rounds.areWorthSharing();
   painters_.resize(std::max(painters_.size(), masks_.size()));
   for (std::size_t i = 0; i < masks_.size(); ++i) {
-    painters_[i].begin(shape, map, {masks_[i].pixels(), canvas.width, canvas.height, &shortLines_},
+    painters_[i].begin(shape, map, {masks_[i].pixels(), canvas.width, canvas.height, &windows_},
                        masks_[i].reach());
+  }
+  const bool isDense = painters_[0].isDense();
+  for (StripPainter& painter : painters_) {
+    painter.setDense(isDense);
   }
   const auto work = [&](const Rounds::Piece& piece, unsigned worker) {
     painters_[worker].draw(piece.strip, piece.begin, piece.end);
   };
   if (shape.patches().empty()) {
     rounds.run(0, shape.instances(), share, work);
-    return end();
+    return endLines(share);
   }
   // What the first instance has lit hides much of the others, for all threads.
   rounds.run(0, 1, share, work);
-  shareLit(end());
+  shareLit(endLines(share));
   rounds.run(1, shape.instances(), share, work);
-  return end();
+  return endLines(share);
 }
 
 void ShapePainter::shareLit(const PixelBox& box) {
   if (masks_.size() < 2 || box.empty()) {
     return;
   }
-  constexpr std::int32_t kHeight = FrameCells::kHeight;
-  const FrameCells cells = masks_[0].pixels().cells;
-  for (std::int32_t y = box.bottom / kHeight * kHeight; y < box.top; y += kHeight) {
-    const std::int64_t first = cells.word(box.left, y);
-    const std::int64_t count = box.right - box.left;
-    std::uint32_t* all = masks_[0].pixels().words + first;
+  forEachStrip(masks_[0].pixels().strips, box, [this](std::int64_t first, std::size_t count) {
+    std::uint16_t* all = masks_[0].pixels().words + first;
     for (std::size_t m = 1; m < masks_.size(); ++m) {
-      const std::uint32_t* lit = masks_[m].pixels().words + first;
+      const std::uint16_t* lit = masks_[m].pixels().words + first;
       std::transform(all, all + count, lit, all, std::bit_or<>());
     }
     for (std::size_t m = 1; m < masks_.size(); ++m) {
       std::copy_n(all, count, masks_[m].pixels().words + first);
     }
-  }
+  });
   for (WireMask& mask : masks_) {
     mask.reach().include(box.left, box.bottom);
     mask.reach().include(box.right - 1, box.top - 1);
@@ -217,7 +228,6 @@ void ShapePainter::paint(ViewFrame& frame, WorkShare& share) {
                 frame.dirty(),
                 frame.width(),
                 kShapeColour | 0xFF000000U,
-                mark_,
                 masks_,
                 {box.left, bottom, box.right, top}});
   };

@@ -35,14 +35,14 @@ class ShapePainter {
  private:
   bool begin(const RasterCanvas& canvas, const ShapeColumns& shape, std::size_t masks);
   PixelBox end();
+  PixelBox endLines(WorkShare& share);
   /// Gives every mask what any of them has lit.
   void shareLit(const PixelBox& box);
 
-  std::vector<WireMask> masks_;  ///< one a thread
-  std::uint8_t mark_ = WireMask::kFirstMark;
+  std::vector<WireMask> masks_;        ///< one a thread
   std::deque<StripPainter> painters_;  ///< one a thread at least
   PixelBox box_;
-  ShortLines shortLines_;
+  LineWindows windows_;
 };
 
 }  // namespace pv

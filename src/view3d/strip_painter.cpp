@@ -1,6 +1,8 @@
 #include "view3d/strip_painter.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdlib>
 
 #include "raster/line_walk.h"
 
@@ -16,6 +18,34 @@ void StripPainter::begin(const ShapeColumns& shape, const PixelMap& map, const W
   workplace_.begin(shape);
 }
 
+bool StripPainter::isDense() {
+  constexpr std::int64_t kFew = 4;               // steps; up to here windows are the slower way
+  constexpr std::uint32_t kSample = 0x11111111;  // chunks
+  strip_ = {0, 0, std::min(shape_->rows(), VertexBlock::kCapacity)};
+  const std::uint32_t chunks = strip_.chunks() & kSample;
+  const std::size_t column = shape_->columns() / 2;
+  const std::size_t next = std::min(column + 1, shape_->columns() - 1);
+  load(column, chunks);
+  load(next, chunks);
+  std::int64_t balance = 0;
+  const auto weigh = [&balance](PixelPoint a, PixelPoint b) {
+    const std::int64_t across = std::abs(std::int64_t{b.x} - a.x);
+    const std::int64_t up = std::abs(std::int64_t{b.y} - a.y);
+    balance += kFew - std::min(std::max(across, up), 2 * kFew);
+  };
+  for (std::uint32_t rest = chunks; rest != 0; rest &= rest - 1) {
+    const auto chunk = static_cast<std::size_t>(std::countr_zero(rest));
+    const std::size_t first = chunk * PixelColumn::kChunk;
+    const std::size_t end = std::min(first + PixelColumn::kChunk, strip_.count) - 1;
+    for (std::size_t k = first; k < end; ++k) {
+      weigh(at(column).at(k), at(column).at(k + 1));
+      weigh(at(column).at(k), at(next).at(k));
+    }
+  }
+  strip_ = {};
+  return balance >= 0;
+}
+
 void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) {
   if (strip != strip_) {
     strip_ = strip;
@@ -27,7 +57,6 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
     for (std::size_t c = begin; c < end; c += PatchHulls::kColumns) {
       drawGroup(strip.chunks(), c, std::min(c + PatchHulls::kColumns, end));
     }
-    lightListed(target_, lists_);
     return;
   }
   if (!hidden_) {
@@ -41,7 +70,6 @@ void StripPainter::draw(const Strip& strip, std::size_t begin, std::size_t end) 
       drawGroup(visible, c, std::min(c + PatchHulls::kColumns, end));
     }
   }
-  lightListed(target_, lists_);
 }
 
 // The chunks above and below are loaded as well, for the neighbours they hold.

@@ -28,19 +28,28 @@ struct Strip {
   }
 };
 
-/// Collects the wires of strips column by column. Only three columns of pixel
+/// Collects the wires of strips column by column. Only some columns of pixel
 /// positions exist at a time, so that they stay in the nearest cache; columns that
 /// follow those of the call before in the same strip are the cheapest.
+///
+///     begin, once a frame; setDense, the same for all painters of the frame
+///     draw, strip by strip
+///     finish, before the mask is looked at
 class StripPainter {
  public:
-  /// To be called once a frame. All that is handed over must stay until its last
-  /// draw().
+  /// All that is handed over must stay until finish().
   void begin(const ShapeColumns& shape, const PixelMap& map, const WireTarget& target,
              PixelReach& reach);
+
+  /// Whether most lines of the shape have a few steps at most, by a sample of them.
+  [[nodiscard]] bool isDense();
+  void setDense(bool isDense) { target_.isDense = isDense; }
 
   /// The columns from `begin` to `end`, with the lines to the one behind; as far as
   /// they can still light a pixel. `begin` starts a group of patches.
   void draw(const Strip& strip, std::size_t begin, std::size_t end);
+
+  void finish() { lightListed(target_, lists_); }
 
  private:
   void drawGroup(std::uint32_t chunks, std::size_t begin, std::size_t end);

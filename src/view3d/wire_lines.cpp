@@ -1,4 +1,4 @@
-// The lines of one column of vertices, several vertices at a time.
+// The lines of some columns of vertices, several vertices at a time.
 #include "view3d/wire_lines.h"
 
 #include <algorithm>
@@ -15,6 +15,7 @@
 
 #include "math/leave_vectors-inl.h"
 #include "view3d/wire_walks-inl.h"
+#include "view3d/wire_windows-inl.h"
 // clang-format on
 
 HWY_BEFORE_NAMESPACE();
@@ -50,53 +51,62 @@ struct Counts {
   HWY_INLINE explicit Counts(const WireLists& lists)
       : pixels(lists.pixels.count),
         three(lists.three.count),
-        five(lists.five.count),
-        seven(lists.seven.count),
-        nine(lists.nine.count),
-        more(lists.more.count) {}
+        few(lists.few.count),
+        more(lists.more.count),
+        windows(lists.windows.count) {}
   HWY_INLINE void keep(WireLists& lists) const {
     lists.pixels.count = pixels;
     lists.three.count = three;
-    lists.five.count = five;
-    lists.seven.count = seven;
-    lists.nine.count = nine;
+    lists.few.count = few;
     lists.more.count = more;
+    lists.windows.count = windows;
   }
   [[nodiscard]] HWY_INLINE bool areHigh() const {
-    return std::max({three, five, seven, nine, more}) > WireQueue::kKept ||
+    return std::max({three, few, more, windows}) > WireQueue::kKept ||
            pixels > WireLists::Pixels::kKept;
   }
 
   std::size_t pixels;
   std::size_t three;
-  std::size_t five;
-  std::size_t seven;
-  std::size_t nine;
+  std::size_t few;
   std::size_t more;
+  std::size_t windows;
 };
 
-/// Queues the lines of more than one step from `spot`, whose place in the mask is
-/// `start`. The classes are told apart by the highest bit of either side, or of a side
-/// and a little more.
-HWY_INLINE void queueLines(I spot, I start, I way, WireLists& lists, Counts& counts) {
+/// Whether a line is not short, as LineWindows sees it.
+HWY_INLINE hn::Mask<Ints> isBeyondWindow(S sides) {
+  static_assert(LineWindows::kAcross == 8 && LineWindows::kUp == 7);
+  const S reach = hn::Sub(sides, halves(hn::Set(Ints(), 1)));
+  return hasBits(word(hn::Max(reach, hn::Zero(Shorts()))), 0xFFF8FFF8U);
+}
+
+/// Queues whole lines.
+HWY_INLINE void queueLines(I spot, I way, const Places& places, WireLists& lists, Counts& counts) {
+  const Ints d;
+  const auto isLine = hn::Ne(way, hn::Zero(d));
+  const auto isBeyond = isBeyondWindow(hn::Abs(halves(way)));
+  const Windows windows = windowsOf(spot, way, places);
+  add(lists.windows, counts.windows, hn::AndNot(isBeyond, isLine), windows.at, windows.which);
+  if (!hn::AllFalse(d, isBeyond)) {
+    add(lists.more, counts.more, isBeyond, spot, way);
+  }
+}
+
+/// Queues what lines of more than one step light between their ends; long ones light
+/// these again.
+HWY_INLINE void queueInner(I spot, I way, WireLists& lists, Counts& counts) {
   const Ints d;
   const S sides = hn::Abs(halves(way));
-  const auto isLong = hasBits(word(sides), 0xFFFEFFFEU);
-  if (hn::AllFalse(d, isLong)) {
+  const auto hasInner = hasBits(word(sides), 0xFFFEFFFEU);
+  if (hn::AllFalse(d, hasInner)) {
     return;
   }
-  const auto beyondThree = hasBits(word(sides), 0xFFFCFFFCU);
-  add(lists.three, counts.three, hn::AndNot(beyondThree, isLong), spot, way);
-  if (!hn::AllFalse(d, beyondThree)) {
-    const auto beyondFive = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 2))), 0xFFF8FFF8U);
-    const auto beyondSeven = hasBits(word(sides), 0xFFF8FFF8U);
-    add(lists.five, counts.five, hn::AndNot(beyondFive, beyondThree), start, way);
-    add(lists.seven, counts.seven, hn::AndNot(beyondSeven, beyondFive), start, way);
-    if (!hn::AllFalse(d, beyondSeven)) {
-      const auto beyondNine = hasBits(word(hn::Add(sides, hn::Set(Shorts(), 6))), 0xFFF0FFF0U);
-      add(lists.nine, counts.nine, hn::AndNot(beyondNine, beyondSeven), start, way);
-      add(lists.more, counts.more, beyondNine, spot, way);
-    }
+  const auto isBeyondThree = hasBits(word(sides), 0xFFFCFFFCU);
+  add(lists.three, counts.three, hn::AndNot(isBeyondThree, hasInner), spot, way);
+  if (!hn::AllFalse(d, isBeyondThree)) {
+    const auto isBeyond = isBeyondWindow(sides);
+    add(lists.few, counts.few, hn::AndNot(isBeyond, isBeyondThree), spot, way);
+    add(lists.more, counts.more, isBeyond, spot, way);
   }
 }
 
@@ -113,51 +123,78 @@ HWY_INLINE hn::Mask<Ints> isLit(I up, I on, I down, I back) {
 }
 
 void lightAll(const WireTarget& target, WireLists& lists) {
-  const Places places(target.pixels.cells);
+  const Places places(target.pixels.strips);
   walkThree(lists.three, lists.pixels, places);
-  walkMore(lists.more, target.pixels, lists.pixels, places);
+  walkFew(lists.few, lists.pixels, target.pixels, places);
   lightPixels(lists.pixels, target.pixels);
-  walkShort(lists.five, target, std::make_index_sequence<4>());
-  walkShort(lists.seven, target, std::make_index_sequence<6>());
-  walkShort(lists.nine, target, std::make_index_sequence<ShortLines::kMost>());
+  walkMore(lists, target, places);
+  lightWindows(lists.windows, target);
   leaveVectors();
 }
 
+/// Lists a chunk of a column, all lines as windows.
+HWY_INLINE void listLoose(const std::int32_t* column, const std::int32_t* after,
+                          const Places& places, WireLists& lists, Counts& counts) {
+  const Ints d;
+  for (std::size_t i = 0; i < PixelColumn::kChunk; i += hn::Lanes(d)) {
+    const I spot = hn::Load(d, column + i);
+    queueLines(spot, difference(hn::LoadU(d, column + i + 1), spot), places, lists, counts);
+    queueLines(spot, difference(hn::Load(d, after + i), spot), places, lists, counts);
+  }
+}
+
+/// The same for the most part pixel by pixel.
+//
+// Where all ends are on the canvas a vertex' own pixel is lit exactly when one
+// of its four lines lights it: a line that is not horizontal lights both ends,
+// a horizontal one its left end, and one without length none. So each vertex
+// takes one store at most, and a line adds only the pixels between its ends.
+HWY_INLINE void listDense(const std::int32_t* before, const std::int32_t* column,
+                          const std::int32_t* after, const Places& places, WireLists& lists,
+                          Counts& counts) {
+  const Ints d;
+  for (std::size_t i = 0; i < PixelColumn::kChunk; i += hn::Lanes(d)) {
+    const I spot = hn::Load(d, column + i);
+    const I up = difference(hn::LoadU(d, column + i + 1), spot);
+    const I on = difference(hn::Load(d, after + i), spot);
+    const I down = difference(hn::LoadU(d, column + i - 1), spot);
+    const I back = difference(hn::Load(d, before + i), spot);
+    add(lists.pixels, counts.pixels, isLit(up, on, down, back), places.singles(spot));
+    queueInner(spot, up, lists, counts);
+    queueInner(spot, on, lists, counts);
+  }
+}
+
 /// A chunk of all columns of a group that have it.
+template <bool kDense>
 HWY_INLINE void listChunk(const WireGroup& group, std::size_t chunk, const Places& places,
                           WireLists& lists, Counts& counts) {
-  const Ints d;
   const std::size_t first = PixelColumn::kLead + chunk * PixelColumn::kChunk;
   for (std::size_t c = 0; c < group.count; ++c) {
     if ((group.chunks[c] >> chunk & 1U) == 0) {
       continue;
     }
-    const std::int32_t* before = group.columns[c]->spots;
-    const std::int32_t* column = group.columns[c + 1]->spots;
-    const std::int32_t* after = group.columns[c + 2]->spots;
-    for (std::size_t i = first; i < first + PixelColumn::kChunk; i += hn::Lanes(d)) {
-      const I spot = hn::Load(d, column + i);
-      const I up = difference(hn::LoadU(d, column + i + 1), spot);
-      const I on = difference(hn::Load(d, after + i), spot);
-      const I down = difference(hn::LoadU(d, column + i - 1), spot);
-      const I back = difference(hn::Load(d, before + i), spot);
-      const I start = places(spot);
-      add(lists.pixels, counts.pixels, isLit(up, on, down, back), start);
-      queueLines(spot, start, up, lists, counts);
-      queueLines(spot, start, on, lists, counts);
+    const std::int32_t* column = group.columns[c + 1]->spots + first;
+    const std::int32_t* after = group.columns[c + 2]->spots + first;
+    if constexpr (kDense) {
+      listDense(group.columns[c]->spots + first, column, after, places, lists, counts);
+    } else {
+      listLoose(column, after, places, lists, counts);
     }
   }
 }
 
-void light(const WireGroup& group, const WireTarget& target, WireLists& lists) {
-  const Places places(target.pixels.cells);
+template <bool kDense>
+void listGroup(const WireGroup& group, const WireTarget& target, WireLists& lists) {
+  const Places places(target.pixels.strips);
   std::uint32_t chunks = 0;
   for (std::size_t c = 0; c < group.count; ++c) {
     chunks |= group.chunks[c];
   }
   Counts counts(lists);
   for (; chunks != 0; chunks &= chunks - 1) {
-    listChunk(group, static_cast<std::size_t>(std::countr_zero(chunks)), places, lists, counts);
+    const auto chunk = static_cast<std::size_t>(std::countr_zero(chunks));
+    listChunk<kDense>(group, chunk, places, lists, counts);
     if (counts.areHigh()) {
       counts.keep(lists);
       lightAll(target, lists);
@@ -165,6 +202,14 @@ void light(const WireGroup& group, const WireTarget& target, WireLists& lists) {
     }
   }
   counts.keep(lists);
+}
+
+void light(const WireGroup& group, const WireTarget& target, WireLists& lists) {
+  if (target.isDense) {
+    listGroup<true>(group, target, lists);
+  } else {
+    listGroup<false>(group, target, lists);
+  }
   leaveVectors();
 }
 
@@ -179,39 +224,6 @@ namespace pv {
 
 HWY_EXPORT(light);
 HWY_EXPORT(lightAll);
-
-void ShortLines::setCells(const FrameCells& cells) {
-  if (cells == cells_) {
-    return;
-  }
-  cells_ = cells;
-  for (std::int32_t dy = -kReach; dy <= kReach; ++dy) {
-    for (std::int32_t dx = -kReach; dx <= kReach; ++dx) {
-      const std::int32_t line = (dy + kReach) * kSide + dx + kReach;
-      for (std::size_t row = 0; row < kRows; ++row) {
-        setLine(dx, dy, row,
-                inner_.data() + (static_cast<std::size_t>(line) * kRows + row) * kMost);
-      }
-    }
-  }
-}
-
-void ShortLines::setLine(std::int32_t dx, std::int32_t dy, std::size_t row,
-                         std::int32_t* inner) const {
-  constexpr std::int32_t kAway = 4 * FrameCells::kHeight;  // from the frame's corner
-  static_assert(kAway >= kReach);
-  const std::int32_t x = kAway;
-  const std::int32_t y = kAway + static_cast<std::int32_t>(row);
-  std::array<std::int64_t, kReach + 1> walked{};
-  std::size_t count = 0;
-  const LineSegment segment =
-      dx >= 0 ? LineSegment{x, y, x + dx, y + dy} : LineSegment{x + dx, y + dy, x, y};
-  walkLine(segment, PixelColumn::kSpotPitch,
-           [&](std::int64_t spot) { walked[count++] = cells_.byteOf(spot); });
-  for (std::size_t i = 0; i < kMost && count > 2; ++i) {
-    inner[i] = static_cast<std::int32_t>(walked[i + 2 < count ? i + 1 : 1] - cells_.byte(x, y));
-  }
-}
 
 void lightGroup(const WireGroup& group, const WireTarget& target, WireLists& lists) {
   HWY_DYNAMIC_DISPATCH(light)(group, target, lists);

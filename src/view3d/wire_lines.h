@@ -4,46 +4,25 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "view3d/frame_strips.h"
+#include "view3d/line_windows.h"
 #include "view3d/pixel_column.h"
-#include "view3d/wire_mask.h"
 
 namespace pv {
-
-/// The pixels strictly between the ends of a line of up to nine steps, as
-/// distances in a mask from the end where one stands.
-class ShortLines {
- public:
-  static constexpr std::int32_t kReach = 9;
-  static constexpr std::int32_t kSide = 2 * kReach + 1;
-  static constexpr std::size_t kMost = kReach - 1;  ///< shorter lines repeat a pixel
-
-  /// Lines from each of a cell's rows have other distances.
-  static constexpr std::size_t kRows = FrameCells::kHeight;
-
-  /// Makes the table, unless it is for these cells already.
-  void setCells(const FrameCells& cells);
-  /// The line to (dx, dy) from row r of a cell has its kMost distances at kMost times
-  /// ((dy + kReach) * kSide + dx + kReach) * kRows + r.
-  [[nodiscard]] const std::int32_t* data() const { return inner_.data(); }
-
- private:
-  void setLine(std::int32_t dx, std::int32_t dy, std::size_t row, std::int32_t* inner) const;
-
-  FrameCells cells_;
-  std::array<std::int32_t, kMost * kRows * kSide * kSide> inner_{};
-};
 
 /// Where one thread collects the pixels of wires, in a frame of this size.
 struct WireTarget {
   MaskPixels pixels;
   std::int32_t width = 0;
   std::int32_t height = 0;
-  const ShortLines* shortLines = nullptr;
+  const LineWindows* windows = nullptr;
+  /// Most lines have a few steps at most. Only time depends on it, but all that draw into
+  /// one frame must be told the same.
+  bool isDense = false;
 };
 
-/// Lines of a length class that wait for their inner pixels: where they start, as a
-/// word of PixelColumn or as a place in the mask, and how far they go, as a word of
-/// two halves.
+/// Lines of a length class that wait: where they start, as a word of PixelColumn, and
+/// how far they go, as a word of two halves.
 struct alignas(64) WireQueue {
   static constexpr std::size_t kKept = 256;  ///< more are worth going through
   /// Vertices of a chunk in all columns of a group.
@@ -65,11 +44,10 @@ struct alignas(64) WireQueue {
 struct WireLists {
   struct alignas(64) Pixels {
     static constexpr std::size_t kKept = 1024;
-    static constexpr std::size_t kLongest = 64;  ///< pixels of a line that is listed
-    /// Vertices, two inner pixels of every line that waits in `three`, and the first
-    /// of those in `more`.
+    /// Vertices, two pixels of every line that waits in `three`, and those of the first
+    /// ones in `few`.
     static constexpr std::size_t kRoom =
-        kKept + WireQueue::kOfChunk + 2 * WireQueue::kRoom + kLongest;
+        kKept + WireQueue::kOfChunk + 2 * WireQueue::kRoom + 8 * PixelColumn::kChunk;
     // Left unset as well.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
     Pixels() {}
@@ -79,11 +57,11 @@ struct WireLists {
   };
 
   Pixels pixels;    ///< single ones
-  WireQueue three;  ///< lines of 2 and 3 steps, from words
-  WireQueue five;   ///< 4 and 5, from places
-  WireQueue seven;  ///< 6 and 7, from places
-  WireQueue nine;   ///< 8 and 9, from places
-  WireQueue more;   ///< from words
+  WireQueue three;  ///< lines of 2 and 3 steps
+  WireQueue few;    ///< longer ones that are short as LineWindows sees it
+  WireQueue more;   ///< all others
+  /// Not lines: where windows lie in the mask, and which; both in bytes.
+  WireQueue windows;
 };
 
 /// Neighbouring columns of vertices, with the one before and the one behind.
@@ -99,11 +77,6 @@ struct WireGroup {
 /// chunks: their lines up along the column and on to the next one, and the pixels of
 /// their vertices. In these chunks and around them all columns lie on the canvas. It
 /// goes chunk by chunk, so that what it lights lies in few pages of memory.
-///
-/// Where all ends are on the canvas a vertex' own pixel is lit exactly when one
-/// of its four lines lights it: a line that is not horizontal lights both ends,
-/// a horizontal one its left end, and one without length none. So each vertex
-/// takes one store at most, and a line adds only the pixels between its ends.
 void lightGroup(const WireGroup& group, const WireTarget& target, WireLists& lists);
 
 /// Lights all that is listed.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstring>
 #include <hwy/cache_control.h>
 #include <utility>
 
@@ -14,6 +15,7 @@
 #include <hwy/highway.h>
 
 #include "math/leave_vectors-inl.h"
+#include "view3d/single_pixels-inl.h"
 // clang-format on
 
 #ifndef PV_VIEW3D_WIRE_MASK_ONCE
@@ -28,13 +30,14 @@ namespace pv::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-using Words = hn::CappedTag<std::uint32_t, FrameCells::kWidth>;
+using Pixels = hn::CappedTag<std::uint32_t, FrameCells::kWidth>;
+using Rows = hn::CappedTag<std::uint16_t, FrameCells::kHeight>;
 
 /// Where something begins in a row of cells.
 struct Band {
-  std::uint32_t* pixels;            ///< in the lowest row
-  const std::uint32_t* background;  ///< null for 0 everywhere
-  std::array<const std::uint32_t*, kMostMasks> masks;
+  std::uint32_t* pixels;                               ///< in the lowest row
+  const std::uint32_t* background;                     ///< null for 0 everywhere
+  std::array<const std::uint16_t*, kMostMasks> masks;  ///< in the strip to the left
 };
 
 /// Asks for a cell that is written soon: stores to lines that are not at hand hold
@@ -45,118 +48,139 @@ HWY_INLINE void fetch(const std::uint32_t* cell, std::size_t width) {
   }
 }
 
-/// The words of all masks from `x` on.
-template <std::size_t kMasks, class D>
-HWY_INLINE hn::Vec<D> marks(D d, const Band& band, std::size_t x) {
-  auto all = hn::LoadU(d, band.masks[0] + x);
-  for (std::size_t m = 1; m < kMasks; ++m) {
-    all = hn::Or(all, hn::LoadU(d, band.masks[m] + x));
+/// Which pixels of a cell are lit: a word for every row.
+struct alignas(16) CellLight {
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
+  CellLight() {}
+
+  std::uint16_t rows[FrameCells::kHeight];
+};
+
+/// Gathers those of all masks; the cell is right of strip `strip`. False if none is lit.
+template <std::size_t kMasks>
+HWY_INLINE bool gather(const Band& band, std::size_t strip, std::size_t pitch, CellLight& light) {
+  const Rows d;
+  auto any = hn::Zero(d);
+  for (std::size_t row = 0; row < FrameCells::kHeight; row += hn::Lanes(d)) {
+    const auto words = [&](std::size_t s) HWY_ATTR {
+      const std::size_t at = (strip + s) * pitch + row;
+      auto all = hn::LoadU(d, band.masks[0] + at);
+      for (std::size_t m = 1; m < kMasks; ++m) {
+        all = hn::Or(all, hn::LoadU(d, band.masks[m] + at));
+      }
+      return all;
+    };
+    const auto others = hn::Or(hn::ShiftRight<8>(words(0)), hn::ShiftLeft<8>(words(2)));
+    const auto lit = hn::Or(words(1), others);
+    hn::Store(lit, d, light.rows + row);
+    any = hn::Or(any, lit);
   }
-  return all;
+  return !hn::AllTrue(d, hn::Eq(any, hn::Zero(d)));
 }
 
 /// What a job's pixels become, kept where stores to the frame cannot be thought to
 /// change it.
-template <class D>
 struct Ink {
-  HWY_INLINE Ink(D d, const PaintJob& job)
-      : marked(hn::Set(d, job.mark * 0x01010101U)),
-        marks{hn::Set(d, std::uint32_t{job.mark}), hn::Set(d, std::uint32_t{job.mark} << 8U),
-              hn::Set(d, std::uint32_t{job.mark} << 16U),
-              hn::Set(d, std::uint32_t{job.mark} << 24U)},
-        colour(hn::Set(d, job.colour)),
-        width(static_cast<std::size_t>(job.width)) {
-    static_assert(std::endian::native == std::endian::little);  // the lowest row comes first
+  HWY_INLINE explicit Ink(const PaintJob& job)
+      : colour(hn::Set(Pixels(), job.colour)), width(static_cast<std::size_t>(job.width)) {
+    for (std::size_t i = 0; i < 2 * kVectors; ++i) {
+      const auto bit = hn::Iota(Pixels(), static_cast<std::uint32_t>(i * hn::Lanes(Pixels())));
+      bits[i] = hn::Shl(hn::Set(Pixels(), 1U), bit);
+    }
   }
 
-  hn::Vec<D> marked;  ///< in every row
-  hn::Vec<D> marks[FrameCells::kHeight];
-  hn::Vec<D> colour;
+  static constexpr std::size_t kVectors = FrameCells::kWidth / hn::MaxLanes(Pixels());
+  hn::Vec<Pixels> bits[2 * kVectors];  ///< of two rows
+  hn::Vec<Pixels> colour;
   std::size_t width;
 };
 
-/// Pixels from `x` on in some rows, as many as the tag has lanes.
-template <std::size_t kMasks, bool kBlack, class D>
-HWY_INLINE void paintSome(D d, const Ink<D>& ink, const Band& band, std::size_t x,
+// Rows are taken in twos, since a vector gets 32 bits from memory at once.
+template <bool kBlack>
+HWY_INLINE void paintCell(const Ink& ink, const CellLight& light, const Band& band, std::size_t x,
                           std::size_t rows) {
-  const auto lit = marks<kMasks>(d, band, x);
-  std::size_t at = x;
-  for (std::size_t row = 0; row < rows; ++row, at += ink.width) {
-    const auto isLit = hn::TestBit(lit, ink.marks[row]);
-    if constexpr (kBlack) {
-      hn::StoreU(hn::IfThenElseZero(isLit, ink.colour), d, band.pixels + at);
-    } else {
-      const auto behind = hn::LoadU(d, band.background + at);
-      hn::StoreU(hn::IfThenElse(isLit, ink.colour, behind), d, band.pixels + at);
+  const Pixels d;
+  std::uint32_t* to = band.pixels + x;
+  const std::uint32_t* behind = kBlack ? nullptr : band.background + x;
+  for (std::size_t row = 0; row < rows; ++row) {
+    static_assert(std::endian::native == std::endian::little);  // the lower row comes first
+    std::uint32_t two = 0;
+    std::memcpy(&two, light.rows + row / 2 * 2, sizeof(two));
+    const auto lit = hn::Set(d, two);
+    for (std::size_t i = 0; i < Ink::kVectors; ++i) {
+      const auto isLit = hn::TestBit(lit, ink.bits[row % 2 * Ink::kVectors + i]);
+      const std::size_t some = i * hn::Lanes(d);
+      if constexpr (kBlack) {
+        hn::StoreU(hn::IfThenElseZero(isLit, ink.colour), d, to + some);
+      } else {
+        hn::StoreU(hn::IfThenElse(isLit, ink.colour, hn::LoadU(d, behind + some)), d, to + some);
+      }
+    }
+    to += ink.width;
+    if constexpr (!kBlack) {
+      behind += ink.width;
     }
   }
 }
 
-template <std::size_t kMasks, bool kBlack>
-HWY_INLINE void paintCell(const Ink<Words>& ink, const Band& band, std::size_t x,
-                          std::size_t rows) {
-  const Words d;
-  for (std::size_t i = 0; i < FrameCells::kWidth; i += hn::Lanes(d)) {
-    paintSome<kMasks, kBlack>(d, ink, band, x + i, rows);
+/// The part that the frame has of a cell at its right end.
+template <bool kBlack>
+void paintEdge(const PaintJob& job, const CellLight& light, const Band& band, std::size_t x,
+               std::size_t columns, std::size_t rows) {
+  for (std::size_t row = 0; row < rows; ++row) {
+    const std::size_t at = x + row * static_cast<std::size_t>(job.width);
+    for (std::size_t i = 0; i < columns; ++i) {
+      const bool isLit = (light.rows[row] >> i & 1U) != 0;
+      band.pixels[at + i] = isLit ? job.colour : kBlack ? 0 : band.background[at + i];
+    }
   }
-}
-
-template <std::size_t kMasks>
-HWY_INLINE bool hasLight(const Ink<Words>& ink, const Band& band, std::size_t x) {
-  const Words d;
-  auto all = hn::Zero(d);
-  for (std::size_t i = 0; i < FrameCells::kWidth; i += hn::Lanes(d)) {
-    all = hn::Or(all, marks<kMasks>(d, band, x + i));
-  }
-  return !hn::AllTrue(d, hn::Eq(hn::And(all, ink.marked), hn::Zero(d)));
 }
 
 /// Cell by cell; those that are clean and stay so are left.
 template <std::size_t kMasks, bool kBlack>
-HWY_INLINE void paintBand(const PaintJob& job, const Ink<Words>& ink, const Band& band,
+HWY_INLINE void paintBand(const PaintJob& job, const Ink& ink, const Band& band, std::size_t pitch,
                           std::size_t count, std::size_t rows, std::uint8_t* dirty) {
   constexpr std::size_t kCell = FrameCells::kWidth;
-  std::size_t x = 0;
-  for (; x + kCell <= count; x += kCell, ++dirty) {
-    const bool isLit = hasLight<kMasks>(ink, band, x);
+  // By turns: a compiler that knew which one is written would take the rows out of the
+  // vector, which is slower than reading them.
+  CellLight lights[2];
+  std::size_t strip = 0;
+  for (std::size_t x = 0; x < count; x += kCell, ++dirty, strip += 2) {
+    CellLight& light = lights[strip / 2 % 2];
+    const bool isLit = gather<kMasks>(band, strip, pitch, light);
     if (!isLit && *dirty == 0) {
       continue;
     }
-    if (rows == FrameCells::kHeight) {
+    *dirty = isLit ? 1 : 0;
+    if (count - x < kCell) {
+      paintEdge<kBlack>(job, light, band, x, count - x, rows);
+    } else if (rows == FrameCells::kHeight) {
       fetch(band.pixels + x + kCell, ink.width);
       if (!kBlack) {
         fetch(band.background + x + kCell, ink.width);
       }
-      paintCell<kMasks, kBlack>(ink, band, x, FrameCells::kHeight);
+      paintCell<kBlack>(ink, light, band, x, FrameCells::kHeight);
     } else {
-      paintCell<kMasks, kBlack>(ink, band, x, rows);
+      paintCell<kBlack>(ink, light, band, x, rows);
     }
-    *dirty = isLit ? 1 : 0;
-  }
-  if (x == count) {
-    return;
-  }
-  *dirty = 1;
-  using Single = hn::CappedTag<std::uint32_t, 1>;
-  const Ink<Single> single(Single(), job);
-  for (; x < count; ++x) {
-    paintSome<kMasks, kBlack>(Single(), single, band, x, rows);
   }
 }
 
 template <std::size_t kMasks, bool kBlack>
 void paintBox(const PaintJob& job) {
   const PixelBox box = job.box;
-  const FrameCells cells = job.masks[0].pixels().cells;
-  const Ink<Words> ink(Words(), job);
+  const FrameCells cells(job.width, box.top);
+  const FrameStrips strips = job.masks[0].pixels().strips;
+  const Ink ink(job);
   for (std::int32_t y = box.bottom; y < box.top; y += FrameCells::kHeight) {
     const std::int64_t first = std::int64_t{y} * job.width + box.left;
     Band band{job.pixels + first, kBlack ? nullptr : job.background + first, {}};
     for (std::size_t m = 0; m < kMasks; ++m) {
-      band.masks[m] = job.masks[m].pixels().words + cells.word(box.left, y);
+      band.masks[m] = job.masks[m].pixels().words + strips.word(box.left - FrameStrips::kWidth, y);
     }
     const std::int32_t rows = std::min(box.top - y, FrameCells::kHeight);
-    paintBand<kMasks, kBlack>(job, ink, band, static_cast<std::size_t>(box.right - box.left),
+    paintBand<kMasks, kBlack>(job, ink, band, static_cast<std::size_t>(strips.pitch()),
+                              static_cast<std::size_t>(box.right - box.left),
                               static_cast<std::size_t>(rows), job.dirty + cells.cell(box.left, y));
   }
 }
@@ -172,6 +196,11 @@ HWY_INLINE void paintBoxOf(const PaintJob& job, std::index_sequence<kMasks...> /
    ...);
 }
 
+void settle(const MaskPixels& lit, std::int64_t first, std::size_t count) {
+  settleRows(lit, first, count);
+  leaveVectors();
+}
+
 void paint(const PaintJob& job) {
   paintBoxOf(job, std::make_index_sequence<kMostMasks>());
   leaveVectors();
@@ -185,34 +214,43 @@ HWY_AFTER_NAMESPACE();
 namespace pv {
 
 HWY_EXPORT(paint);
+HWY_EXPORT(settle);
 
-bool WireMask::begin(std::int32_t width, std::int32_t height, std::uint8_t mark) {
-  used_ = used_.with(box());
+bool WireMask::begin(std::int32_t width, std::int32_t height) {
+  settle();
+  if (width == width_ && height == height_) {
+    forEachStrip(strips_, box(), [this](std::int64_t first, std::size_t count) {
+      std::fill_n(words_.data() + first, count, std::uint16_t{0});
+    });
+    reach_.clear();
+    return true;
+  }
+  strips_ = FrameStrips(width, height);
+  const bool fits =
+      words_.resize(strips_.words()) && bytes_.resize(strips_.words() * FrameStrips::kWidth);
+  width_ = fits ? width : 0;
+  height_ = fits ? height : 0;
   reach_.clear();
-  if (width != width_ || height != height_) {
-    cells_ = FrameCells(width, height);
-    const bool fits = words_.resize(cells_.words());
-    width_ = fits ? width : 0;
-    height_ = fits ? height : 0;
-    std::fill_n(words_.data(), words_.size(), 0U);
-    used_ = {};
-    mark_ = mark;
-    return fits;
+  if (fits) {
+    std::fill_n(words_.data(), words_.size(), std::uint16_t{0});
+    std::fill_n(bytes_.data(), bytes_.size(), std::uint8_t{0});
+    singles_ = {bytes_.data(), false};
   }
-  if (mark <= mark_) {
-    clear();
-  }
-  mark_ = mark;
-  return true;
+  return fits;
 }
 
-void WireMask::clear() {
-  constexpr std::int32_t kHeight = FrameCells::kHeight;
-  for (std::int32_t y = used_.bottom / kHeight * kHeight; y < used_.top; y += kHeight) {
-    std::fill(words_.data() + cells_.word(used_.left, y),
-              words_.data() + cells_.word(used_.right, y), 0U);
+void WireMask::settle() {
+  if (!singles_.areUsed) {
+    return;
   }
-  used_ = {};
+  constexpr std::int32_t kHeight = FrameCells::kHeight;
+  PixelBox rows = box();
+  rows.bottom = rows.bottom / kHeight * kHeight;
+  rows.top = (rows.top + kHeight - 1) / kHeight * kHeight;
+  forEachStrip(strips_, rows, [this](std::int64_t first, std::size_t count) {
+    HWY_DYNAMIC_DISPATCH(settle)(pixels(), first, count);
+  });
+  singles_.areUsed = false;
 }
 
 PixelBox WireMask::box() const {

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <hwy/highway.h>
 
-#include "view3d/frame_cells.h"
+#include "view3d/frame_strips.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace pv::HWY_NAMESPACE {
@@ -49,18 +49,23 @@ HWY_INLINE I flattened(I pair, std::int32_t across, std::int32_t up) {
 #endif
 }
 
-/// FrameCells::byte() of spots: as if every pixel were a word in a row of its own, less
-/// the rows that share theirs with the one below.
+/// Where masks have the pixels of spots, counted from the first strip of the frame.
 class Places {
  public:
-  HWY_INLINE explicit Places(const FrameCells& cells) : pitch_(cells.pitch()) {}
+  HWY_INLINE explicit Places(const FrameStrips& strips) : pitch_(strips.pitch()) {}
 
-  HWY_INLINE I operator()(I spots) const {
-    static_assert(FrameCells::kHeight == 4);
-    const I rowInCell = hn::And(spots, hn::Set(Ints(), 0x00030000));
-    return hn::Sub(flattened(spots, FrameCells::kHeight, pitch_),
-                   flattened(rowInCell, 0, pitch_ - 1));
+  /// Of single pixels.
+  HWY_INLINE I singles(I spots) const {
+    static_assert(FrameStrips::kWidth == 8);
+    const I strips = hn::AndNot(hn::Set(Ints(), 7), spots);
+    return hn::Or(flattened(strips, pitch_, 8), inStrip(spots));
   }
+  /// Of words, in bytes.
+  HWY_INLINE I bytes(I spots) const {
+    static_assert(FrameStrips::kWidth == 8);
+    return flattened(hn::AndNot(hn::Set(Ints(), 7), spots), pitch_ / 4, 2);
+  }
+  static HWY_INLINE I inStrip(I spots) { return hn::And(spots, hn::Set(Ints(), 7)); }
 
  private:
   std::int32_t pitch_;

@@ -151,6 +151,42 @@ std::vector<std::int64_t> wirePixels(Scene& scene, std::size_t chunk, std::size_
           lit[static_cast<std::size_t>(dice.below(static_cast<int>(lit.size())))]};
 }
 
+/// A mask with all pixels lit, each in one of its places or in several.
+struct LitMask {
+  LitMask(const Scene& scene, Dice& dice)
+      : strips(scene.width, scene.height), words(strips.words()) {
+    EXPECT_TRUE(bytes.resize(strips.words() * FrameStrips::kWidth));
+    std::fill_n(bytes.data(), bytes.size(), std::uint8_t{0});
+    singles = {bytes.data(), true};
+    for (std::int32_t y = 0; y < scene.height; ++y) {
+      for (std::int32_t x = 0; x < scene.width; ++x) {
+        light(x, y, static_cast<std::uint32_t>(dice.between(1, 7)));
+      }
+    }
+  }
+  /// Bits of `places`: in its strip, in the one to the left, as a byte.
+  void light(std::int32_t x, std::int32_t y, std::uint32_t places) {
+    const auto at = static_cast<std::size_t>(strips.word(x, y));
+    words[at] |= static_cast<std::uint16_t>((places & 1U) << x % 8);
+    words[at - static_cast<std::size_t>(strips.pitch())] |=
+        static_cast<std::uint16_t>((places >> 1U & 1U) << (x % 8 + 8));
+    bytes[at * 8 + static_cast<std::size_t>(x % 8)] = static_cast<std::uint8_t>(places >> 2U & 1U);
+  }
+  void darken(std::int32_t x, std::int32_t y) {
+    const auto at = static_cast<std::size_t>(strips.word(x, y));
+    words[at] &= static_cast<std::uint16_t>(~(1U << x % 8));
+    words[at - static_cast<std::size_t>(strips.pitch())] &=
+        static_cast<std::uint16_t>(~(256U << x % 8));
+    bytes[at * 8 + static_cast<std::size_t>(x % 8)] = 0;
+  }
+  [[nodiscard]] MaskPixels pixels() { return {words.data(), &singles, strips}; }
+
+  FrameStrips strips;
+  std::vector<std::uint16_t> words;
+  Buffer<std::uint8_t> bytes;
+  SinglePixels singles;
+};
+
 class HiddenPatchesOf : public testing::TestWithParam<Way> {};
 
 // With every pixel lit but one, a patch with a wire through that one must show.
@@ -168,9 +204,7 @@ TEST_P(HiddenPatchesOf, APixelThatIsDarkShowsAllWiresThroughIt) {
     }
     const PixelMap map(scene.projection, scene.projector, scene.width, scene.height);
     const HiddenPatches tested(scene.transforms, map);
-    const FrameCells cells(scene.width, scene.height);
-    std::vector<std::uint32_t> words(cells.words(), 0x55555555);
-    const MaskPixels lit{words.data(), cells, static_cast<std::uint8_t>(1U << 2U * (i % 4))};
+    LitMask mask(scene, dice);
     const std::size_t all = (scene.rows + PatchHulls::kRows - 1) / PatchHulls::kRows;
     for (std::size_t c = 0; c < scene.columns; c += PatchHulls::kColumns) {
       const PatchHulls::Group group = patches.group(c);
@@ -178,21 +212,20 @@ TEST_P(HiddenPatchesOf, APixelThatIsDarkShowsAllWiresThroughIt) {
         const std::size_t first = chunk / 31 * 31;  // as strips overlap
         const std::size_t count = std::min<std::size_t>(all - first, 32);
         const auto shows = [&] {
-          return (tested.visible(group, first, count, lit) >> (chunk - first) & 1U) != 0;
+          return (tested.visible(group, first, count, mask.pixels()) >> (chunk - first) & 1U) != 0;
         };
         if (shows()) {
           continue;  // with all pixels lit: with fewer it would as well
         }
         ++hidden;
         for (const std::int64_t pixel : wirePixels(scene, chunk, c, dice)) {
-          std::uint8_t& dark =
-              lit.bytes()[cells.byte(static_cast<std::int32_t>(pixel % scene.width),
-                                     static_cast<std::int32_t>(pixel / scene.width))];
-          dark &= static_cast<std::uint8_t>(~lit.mark);
+          const auto x = static_cast<std::int32_t>(pixel % scene.width);
+          const auto y = static_cast<std::int32_t>(pixel / scene.width);
+          mask.darken(x, y);
           ASSERT_TRUE(shows()) << "scene " << i << ", chunk " << chunk << " of " << all
                                << ", column " << c << ", pixel " << pixel % scene.width << ' '
                                << pixel / scene.width;
-          dark |= lit.mark;
+          mask.light(x, y, static_cast<std::uint32_t>(dice.between(1, 7)));
         }
       }
     }

@@ -59,6 +59,7 @@ TEST(StripPainter, GoesOnWhereverItIsSentTo) {
   Dice dice(70);
   WorkShare share(1);
   StripPainter kept;
+  const LineWindows windows;
   ShapeSections sections;
   const RandomDirections none;
   ShapeColumns columns;
@@ -82,24 +83,29 @@ TEST(StripPainter, GoesOnWhereverItIsSentTo) {
     const PixelMap map(
         {static_cast<ViewMode>(dice.below(4)), viewMatrix(eye, 0.0F), {width / 2, height / 2}},
         projector, width, height);
-    ShortLines shortLines;
-    shortLines.setCells(FrameCells(width, height));
+    const bool isDense = dice.once(2);
     std::array<WireMask, 2> masks;
     StripPainter fresh;
     std::vector<Piece> pieces = piecesOf(columns);
     for (const bool again : {false, true}) {
       WireMask& mask = masks[again ? 1 : 0];
-      ASSERT_TRUE(mask.begin(width, height, WireMask::kFirstMark));
+      ASSERT_TRUE(mask.begin(width, height));
       StripPainter& painter = again ? kept : fresh;
-      painter.begin(columns, map, {mask.pixels(), width, height, &shortLines}, mask.reach());
+      painter.begin(columns, map, {mask.pixels(), width, height, &windows}, mask.reach());
+      painter.setDense(isDense);
       for (const Piece& piece : pieces) {
         painter.draw(piece.strip, piece.begin, piece.end);
       }
+      painter.finish();
+      mask.settle();
       shuffle(pieces, dice);
     }
-    const std::uint32_t* lit = masks[0].pixels().words;
-    const std::size_t words = FrameCells(width, height).words();
-    ASSERT_TRUE(std::equal(lit, lit + words, masks[1].pixels().words)) << i;
+    for (std::int32_t y = 0; y < height; ++y) {
+      for (std::int32_t x = 0; x < width; ++x) {
+        ASSERT_EQ(masks[0].pixels().isLit(x, y), masks[1].pixels().isLit(x, y))
+            << i << ": " << x << ' ' << y;
+      }
+    }
   }
 }
 

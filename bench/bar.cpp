@@ -18,12 +18,12 @@ std::string cell(double value, const char* format) {
   return text;
 }
 
-std::string time(double milliseconds) {
-  return cell(milliseconds, milliseconds < 10.0 ? "%.4f" : "%.1f");
+std::string time(const BarTime& time) {
+  return cell(time.milliseconds, time.milliseconds < 10.0 ? "%.4f" : "%.1f");
 }
 
 void printRow(const BarRow& row, const BarTimes& times, const char* verdict) {
-  const auto ratio = [&](double other) { return cell(other / times.ours, "%.1f"); };
+  const auto ratio = [](const BarTime& other) { return cell(other.timesOurs, "%.1f"); };
   std::printf("%-30s %9s %9s %9s %9s %8s %9s %7s  %-24s %s\n", describe(row).c_str(),
               time(times.ours).c_str(), time(times.plain).c_str(), time(times.painter).c_str(),
               time(times.agg).c_str(), ratio(times.plain).c_str(), ratio(times.painter).c_str(),

@@ -33,17 +33,19 @@ constexpr std::array kRows{
     BarRow{Work::SkipDirections, "S3/neutral", kSmall, {.milliseconds = 0.02}},
 };
 
-using Runs = std::vector<std::pair<double BarTimes::*, std::function<void()>>>;
+// Ours first.
+using Runs = std::vector<std::pair<BarTime BarTimes::*, std::function<void()>>>;
 
 BarTimes timed(const Runs& runs) {
   std::vector<Contender> contenders;
   for (const auto& [column, run] : runs) {
-    contenders.push_back({run, {}});
+    contenders.push_back({run, {}, {}});
   }
   takeTurns(contenders);
   BarTimes times;
   for (std::size_t i = 0; i < runs.size(); ++i) {
-    times.*runs[i].first = median(contenders[i].milliseconds);
+    times.*runs[i].first = {median(contenders[i].milliseconds),
+                            timesAsLong(contenders[i], contenders.front())};
   }
   return times;
 }
@@ -173,11 +175,12 @@ BarTimes measure(const BarRow& row) {
 }
 
 bool isMet(const Bars& bars, const BarTimes& times) {
-  const auto beats = [&](double bar, double other) {
-    return bar == 0.0 || other == 0.0 || other >= bar * times.ours;
+  const auto beats = [](double bar, const BarTime& other) {
+    return bar == 0.0 || other.milliseconds == 0.0 || other.timesOurs >= bar;
   };
   return beats(bars.plain, times.plain) && beats(bars.painter, times.painter) &&
-         beats(bars.agg, times.agg) && (bars.milliseconds == 0.0 || times.ours < bars.milliseconds);
+         beats(bars.agg, times.agg) &&
+         (bars.milliseconds == 0.0 || times.ours.milliseconds < bars.milliseconds);
 }
 
 }  // namespace pv::bench

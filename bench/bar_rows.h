@@ -30,12 +30,17 @@ struct BarRow {
 [[nodiscard]] std::string describe(const BarRow& row);
 [[nodiscard]] std::string describe(const Bars& bars);
 
-/// Median times in milliseconds, 0 where nobody was measured.
+/// The median time of one in milliseconds, and how many times as long as ours it is by
+/// timesAsLong(); 0 where nobody was measured.
+struct BarTime {
+  double milliseconds = 0.0;
+  double timesOurs = 0.0;
+};
 struct BarTimes {
-  double ours = 0.0;
-  double plain = 0.0;
-  double painter = 0.0;
-  double agg = 0.0;
+  BarTime ours;
+  BarTime plain;
+  BarTime painter;
+  BarTime agg;
   std::string difference;  ///< what is wrong with a picture, or nothing
 };
 /// All columns in turns; afterwards what was drawn is compared.

@@ -40,8 +40,8 @@ struct Costs {
   double frame;  ///< ms
 };
 Costs measure(const ShapeRecord& shape, FrameSize size) {
-  std::vector<Contender> contenders{{ourDrawing(shape, size).run, {}},
-                                    {ourFrame(shape, size).run, {}}};
+  std::vector<Contender> contenders{{ourDrawing(shape, size).run, {}, {}},
+                                    {ourFrame(shape, size).run, {}, {}}};
   takeTurns(contenders);
   return {median(contenders[0].milliseconds), median(contenders[1].milliseconds)};
 }

@@ -84,7 +84,7 @@ Way quickestWay() {
   for (const QImage::Format format : {QImage::Format_RGB32, QImage::Format_ARGB32_Premultiplied}) {
     for (const std::size_t lines : {std::size_t{1}, std::size_t{1024}, kAll}) {
       ways.push_back({format, lines});
-      contenders.push_back({drawingBy(mesh, kFrameSizes.front(), ways.back()).run, {}});
+      contenders.push_back({drawingBy(mesh, kFrameSizes.front(), ways.back()).run, {}, {}});
     }
   }
   takeTurns(contenders);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
+#include <iterator>
 
 namespace pv::bench {
 
@@ -18,12 +20,15 @@ void takeTurn(Contender& contender) {
   clearWideRegisters();
   const Clock::time_point begin = Clock::now();
   Clock::time_point before = begin;
+  const auto first = static_cast<std::ptrdiff_t>(contender.milliseconds.size());
   do {
     contender.run();
     const Clock::time_point now = Clock::now();
     contender.milliseconds.push_back(Milliseconds(now - before).count());
     before = now;
   } while (before - begin < kTurn);
+  contender.turns.push_back(
+      median({contender.milliseconds.begin() + first, contender.milliseconds.end()}));
 }
 
 #if defined(__x86_64__) && defined(__GNUC__)
@@ -52,6 +57,12 @@ void clearWideRegisters() {
     clearUpperHalves();
   }
 #endif
+}
+
+double timesAsLong(const Contender& other, const Contender& ours) {
+  std::vector<double> ratios;
+  std::ranges::transform(other.turns, ours.turns, std::back_inserter(ratios), std::divides<>());
+  return median(ratios);
 }
 
 double median(std::vector<double> values) {

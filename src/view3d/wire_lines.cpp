@@ -92,8 +92,8 @@ HWY_INLINE void queueLines(I spot, I way, const Places& places, WireLists& lists
   }
 }
 
-/// Queues what lines of more than one step light between their ends; long ones light
-/// these again.
+/// Queues what lines of more than one step light between their ends; those in `more`
+/// light their ends as well.
 HWY_INLINE void queueInner(I spot, I way, WireLists& lists, Counts& counts) {
   const Ints d;
   const S sides = hn::Abs(halves(way));

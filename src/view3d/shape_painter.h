@@ -35,6 +35,7 @@ class ShapePainter {
  private:
   bool begin(const RasterCanvas& canvas, const ShapeColumns& shape, std::size_t masks);
   PixelBox end();
+  /// Lights first what the painters still have listed.
   PixelBox endLines(WorkShare& share);
   /// Gives every mask what any of them has lit.
   void shareLit(const PixelBox& box);

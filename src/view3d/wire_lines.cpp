@@ -132,15 +132,11 @@ void lightAll(const WireTarget& target, WireLists& lists) {
   leaveVectors();
 }
 
-/// Lists a chunk of a column, all lines as windows.
-HWY_INLINE void listLoose(const std::int32_t* column, const std::int32_t* after,
-                          const Places& places, WireLists& lists, Counts& counts) {
-  const Ints d;
-  for (std::size_t i = 0; i < PixelColumn::kChunk; i += hn::Lanes(d)) {
-    const I spot = hn::Load(d, column + i);
-    queueLines(spot, difference(hn::LoadU(d, column + i + 1), spot), places, lists, counts);
-    queueLines(spot, difference(hn::Load(d, after + i), spot), places, lists, counts);
-  }
+/// Lists the lines of some vertices, all of them as windows.
+HWY_INLINE void listLoose(I spot, I up, I on, const Places& places, WireLists& lists,
+                          Counts& counts) {
+  queueLines(spot, up, places, lists, counts);
+  queueLines(spot, on, places, lists, counts);
 }
 
 /// The same for the most part pixel by pixel.
@@ -149,37 +145,38 @@ HWY_INLINE void listLoose(const std::int32_t* column, const std::int32_t* after,
 // of its four lines lights it: a line that is not horizontal lights both ends,
 // a horizontal one its left end, and one without length none. So each vertex
 // takes one store at most, and a line adds only the pixels between its ends.
-HWY_INLINE void listDense(const std::int32_t* before, const std::int32_t* column,
-                          const std::int32_t* after, const Places& places, WireLists& lists,
-                          Counts& counts) {
-  const Ints d;
-  for (std::size_t i = 0; i < PixelColumn::kChunk; i += hn::Lanes(d)) {
-    const I spot = hn::Load(d, column + i);
-    const I up = difference(hn::LoadU(d, column + i + 1), spot);
-    const I on = difference(hn::Load(d, after + i), spot);
-    const I down = difference(hn::LoadU(d, column + i - 1), spot);
-    const I back = difference(hn::Load(d, before + i), spot);
-    add(lists.pixels, counts.pixels, isLit(up, on, down, back), places.singles(spot));
-    queueInner(spot, up, lists, counts);
-    queueInner(spot, on, lists, counts);
-  }
+HWY_INLINE void listDense(I spot, I up, I on, I down, I back, const Places& places,
+                          WireLists& lists, Counts& counts) {
+  add(lists.pixels, counts.pixels, isLit(up, on, down, back), places.singles(spot));
+  queueInner(spot, up, lists, counts);
+  queueInner(spot, on, lists, counts);
 }
 
-/// A chunk of all columns of a group that have it.
+/// A chunk of all columns of a group that have it. What is read for a column stays for
+/// those beside it.
 template <bool kDense>
 HWY_INLINE void listChunk(const WireGroup& group, std::size_t chunk, const Places& places,
                           WireLists& lists, Counts& counts) {
+  const Ints d;
   const std::size_t first = PixelColumn::kLead + chunk * PixelColumn::kChunk;
-  for (std::size_t c = 0; c < group.count; ++c) {
-    if ((group.chunks[c] >> chunk & 1U) == 0) {
-      continue;
-    }
-    const std::int32_t* column = group.columns[c + 1]->spots + first;
-    const std::int32_t* after = group.columns[c + 2]->spots + first;
-    if constexpr (kDense) {
-      listDense(group.columns[c]->spots + first, column, after, places, lists, counts);
-    } else {
-      listLoose(column, after, places, lists, counts);
+  for (std::size_t i = first; i < first + PixelColumn::kChunk; i += hn::Lanes(d)) {
+    I before = hn::Load(d, group.columns[0]->spots + i);
+    I spot = hn::Load(d, group.columns[1]->spots + i);
+    for (std::size_t c = 0; c < group.count; ++c) {
+      const std::int32_t* column = group.columns[c + 1]->spots + i;
+      const I after = hn::Load(d, group.columns[c + 2]->spots + i);
+      if ((group.chunks[c] >> chunk & 1U) != 0) {
+        const I up = difference(hn::LoadU(d, column + 1), spot);
+        const I on = difference(after, spot);
+        if constexpr (kDense) {
+          const I down = difference(hn::LoadU(d, column - 1), spot);
+          listDense(spot, up, on, down, difference(before, spot), places, lists, counts);
+        } else {
+          listLoose(spot, up, on, places, lists, counts);
+        }
+      }
+      before = spot;
+      spot = after;
     }
   }
 }

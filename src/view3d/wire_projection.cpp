@@ -13,6 +13,7 @@
 #include <hwy/highway.h>
 
 #include "math/leave_vectors-inl.h"
+#include "view3d/pixel_extent-inl.h"
 #include "view3d/wire_road-inl.h"
 // clang-format on
 
@@ -20,45 +21,6 @@ HWY_BEFORE_NAMESPACE();
 namespace pv::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
-
-#if HWY_TARGET == HWY_SCALAR
-
-/// A PixelReach in registers.
-template <class Ints>
-struct Reach {
-  explicit Reach(PixelReach& reach) : kept(reach) {}
-  void include(hn::Vec<Ints> spots) const {
-    const std::int32_t spot = hn::GetLane(spots);
-    kept.include(spot & 0xFFFF, spot >> 16);
-  }
-  void keep() const {}
-
-  PixelReach& kept;
-};
-
-#else
-
-template <class Ints>
-struct Reach {
-  using Shorts = hn::Repartition<std::int16_t, Ints>;
-
-  HWY_INLINE explicit Reach(PixelReach& reach)
-      : kept(reach), low(hn::Load(Shorts(), reach.low)), high(hn::Load(Shorts(), reach.high)) {}
-  HWY_INLINE void include(hn::Vec<Ints> spots) {
-    low = hn::Min(low, hn::BitCast(Shorts(), spots));
-    high = hn::Max(high, hn::BitCast(Shorts(), spots));
-  }
-  HWY_INLINE void keep() const {
-    hn::Store(low, Shorts(), kept.low);
-    hn::Store(high, Shorts(), kept.high);
-  }
-
-  PixelReach& kept;
-  hn::Vec<Shorts> low;
-  hn::Vec<Shorts> high;
-};
-
-#endif
 
 // Saturation, points at or behind the eye and what is not a number are rare:
 // such lanes are marked and left to the projector.
@@ -73,8 +35,9 @@ HWY_INLINE void projectWide(const Road& road, std::size_t chunk, PixelColumn& ou
   const V reach = constant<V>(kPlainReach);
   for (std::size_t i = chunk; i < chunk + PixelColumn::kChunk; i += hn::Lanes(d)) {
     const auto spot = road.spot(i);
-    const auto plain = hn::And(spot.visible, hn::And(hn::Lt(hn::Abs(spot.across), reach),
-                                                     hn::Lt(hn::Abs(spot.up), reach)));
+    const auto isNear =
+        hn::And(hn::Lt(hn::Abs(spot.across), reach), hn::Lt(hn::Abs(spot.up), reach));
+    const auto plain = hn::And(hn::Gt(spot.front, constant<V>(0.0F)), isNear);
     const auto x = road.pixelX(hn::IfThenElseZero(plain, spot.across));
     hn::Store(hn::IfThenElse(hn::RebindMask(di, plain), x, hn::Set(di, kInvisible)), di, out.x + i);
     hn::Store(road.pixelY(hn::IfThenElseZero(plain, spot.up)), di, out.y + i);
@@ -85,80 +48,76 @@ HWY_INLINE void projectWide(const Road& road, std::size_t chunk, PixelColumn& ou
 // the 32 bits. A pixel of it is off the canvas, wrapped or not.
 template <class Road>
 HWY_INLINE void projectBy(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
-                          PixelColumn& out, PixelReach& kept) {
-  const hn::RebindToSigned<typename Road::Tag> d;
-  const hn::RebindToUnsigned<decltype(d)> words;
+                          PixelColumn& out, PixelReach& reach) {
+  using Ints = hn::RebindToSigned<typename Road::Tag>;
+  const Ints d;
   const Road road(from, map);
-  const auto width = hn::Set(words, static_cast<std::uint32_t>(map.width));
-  const auto height = hn::Set(words, static_cast<std::uint32_t>(map.height));
-  Reach<hn::RebindToSigned<typename Road::Tag>> reach(kept);
-  std::uint32_t inside = 0;
-  for (; chunks != 0; chunks &= chunks - 1) {
-    const auto index = static_cast<std::size_t>(std::countr_zero(chunks));
-    const std::size_t chunk = index * PixelColumn::kChunk;
-    bool isInside = true;
+  PixelDoubts doubts;
+  PixelExtent<Ints> extent(map, doubts);
+  std::int32_t* spots = out.spots + PixelColumn::kLead;
+  for (std::uint32_t rest = chunks; rest != 0; rest &= rest - 1) {
+    const std::size_t chunk = std::countr_zero(rest) * PixelColumn::kChunk;
     for (std::size_t i = chunk; i < chunk + PixelColumn::kChunk; i += hn::Lanes(d)) {
       const auto spot = road.spot(i);
       const auto x = road.pixelX(spot.across);
       const auto y = road.pixelY(spot.up);
-      const auto onCanvas =
-          hn::And(hn::Lt(hn::BitCast(words, x), width), hn::Lt(hn::BitCast(words, y), height));
       const auto both = hn::Or(hn::ShiftLeft<16>(y), x);
-      hn::Store(both, d, out.spots + PixelColumn::kLead + i);
-      reach.include(both);
-      isInside = isInside && hn::AllTrue(d, hn::And(hn::RebindMask(d, onCanvas),
-                                                    hn::RebindMask(d, spot.visible)));
-    }
-    if (isInside) {
-      inside |= 1U << index;
-    } else {
-      projectWide(road, chunk, out);
+      hn::Store(both, d, spots + i);
+      extent.include(i, x, y, both, spot.front);
     }
   }
-  out.inside = inside;
-  reach.keep();
+  extent.addTo(reach);
+  const std::uint32_t outside = extent.outside(chunks, spots);
+  out.inside = chunks & ~outside;
+  for (std::uint32_t rest = outside; rest != 0; rest &= rest - 1) {
+    projectWide(road, std::countr_zero(rest) * PixelColumn::kChunk, out);
+  }
 }
 
-template <class D, class Form>
+// Sums and products of 512 bits lower the clock of some processors by a fifth, and for a
+// millisecond after. That pays while many vertices follow, and only where each goes
+// through more than the projection itself.
+template <template <class> class Form, std::size_t kSteps, class Spread = Unspread>
+HWY_INLINE void projectIn(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
+                          PixelColumn& out, PixelReach& reach) {
+  using Narrow = hn::CappedTag<float, 8>;
+  constexpr bool kIsMore = kSteps > 0 && hn::MaxLanes(Floats()) > hn::MaxLanes(Narrow());
+  if (kIsMore && map.isLongWork) {
+    projectBy<Road<Floats, Form, kSteps, Spread>>(from, chunks, map, out, reach);
+  } else {
+    projectBy<Road<Narrow, Form, kSteps, Spread>>(from, chunks, map, out, reach);
+  }
+}
+
+template <template <class> class Form>
 HWY_INLINE void projectAfter(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
                              PixelColumn& out, PixelReach& reach) {
   switch (from.spread.kind) {
     case ProfileSpread::Kind::Move:
-      return projectBy<Road<D, Form, 2, Moved>>(from, chunks, map, out, reach);
+      return projectIn<Form, 2, Moved>(from, chunks, map, out, reach);
     case ProfileSpread::Kind::Turn:
-      return projectBy<Road<D, Form, 2, Turned>>(from, chunks, map, out, reach);
+      return projectIn<Form, 2, Turned>(from, chunks, map, out, reach);
     default:
       break;
   }
   switch (from.transforms.size()) {
     case 0:
-      return projectBy<Road<D, Form, 0>>(from, chunks, map, out, reach);
+      return projectIn<Form, 0>(from, chunks, map, out, reach);
     case 1:
-      return projectBy<Road<D, Form, 1>>(from, chunks, map, out, reach);
+      return projectIn<Form, 1>(from, chunks, map, out, reach);
     default:
-      return projectBy<Road<D, Form, 2>>(from, chunks, map, out, reach);
-  }
-}
-
-template <class D>
-HWY_INLINE void projectIn(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
-                          PixelColumn& out, PixelReach& reach) {
-  if (map.projection.mode == ViewMode::Perspective) {
-    projectAfter<D, PerspectiveForm>(from, chunks, map, out, reach);
-  } else {
-    projectAfter<D, FlatForm>(from, chunks, map, out, reach);
+      return projectIn<Form, 2>(from, chunks, map, out, reach);
   }
 }
 
 void project(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
              PixelColumn& out, PixelReach& reach) {
-  // Sums and products of 512 bits lower the clock of some processors by a fifth, and
-  // for a millisecond after. That pays while many vertices follow.
-  using Narrow = hn::CappedTag<float, 8>;
-  if (hn::MaxLanes(Floats()) > hn::MaxLanes(Narrow()) && !map.isLongWork) {
-    projectIn<Narrow>(from, chunks, map, out, reach);
+  if (map.projection.mode != ViewMode::Perspective) {
+    projectAfter<FlatForm>(from, chunks, map, out, reach);
+  } else if (map.projection.view.m[1][0] == 0.0F) {
+    projectAfter<LevelForm>(from, chunks, map, out, reach);
   } else {
-    projectIn<Floats>(from, chunks, map, out, reach);
+    projectAfter<TiltedForm>(from, chunks, map, out, reach);
   }
   leaveVectors();
 }
@@ -232,6 +191,13 @@ void PixelReach::include(std::int32_t x, std::int32_t y) {
   };
   add(0, x);
   add(1, y);
+}
+
+void PixelReach::include(const PixelReach& other) {
+  for (std::size_t lane = 0; lane < kLanes; ++lane) {
+    low[lane] = std::min(low[lane], other.low[lane]);
+    high[lane] = std::max(high[lane], other.high[lane]);
+  }
 }
 
 void PixelReach::widen(std::int32_t pixels) {

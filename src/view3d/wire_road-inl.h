@@ -42,57 +42,105 @@ HWY_INLINE IntsOf<V> quickTruncate(V v) {
 #endif
 }
 
+/// Lets a value stay in a register. Compilers like to read what they know the place of
+/// again for every use, and reading takes longer than all else here.
+template <class V>
+HWY_INLINE V inRegister(V v) {
+#if HWY_ARCH_X86 && HWY_TARGET != HWY_SCALAR && (HWY_COMPILER_GCC || HWY_COMPILER_CLANG)
+  asm("" : "+v"(v.raw));  // NOLINT(hicpp-no-assembler)
+#endif
+  return v;
+}
+
 /// Where a vertex comes to lie, as distances from the middle of the canvas.
 template <class V>
 struct Spot {
   V across;
   V up;
-  hn::Mask<hn::DFromV<V>> visible;
+  /// Above zero if it is visible. If it is not, it is negative, or one of the others is
+  /// infinite or not a number.
+  V front;
 };
 
+/// `kLevel` tells that the view matrix has a zero where y would count for `across`, as
+/// cameras have that do not roll. A product with zero is zero, and changes no sum but to
+/// another zero, unless y is not finite: then neither is `up`.
+template <class V, bool kLevel>
 struct PerspectiveForm {
   static constexpr bool kMirrored = true;
-  const PixelMap& map;
 
-  template <class V>
-  HWY_INLINE V column(V x, V y, V z, std::size_t c) const {
-    const auto& m = map.projection.view.m;
-    return hn::Add(dot(x, y, z, constant<V>(m[0][c]), constant<V>(m[1][c]), constant<V>(m[2][c])),
-                   constant<V>(m[3][c]));
-  }
-  template <class V>
+  HWY_INLINE explicit PerspectiveForm(const PixelMap& map)
+      : scaleX_(inRegister(constant<V>(map.scaleX))),
+        scaleY_(inRegister(constant<V>(map.scaleY))),
+        x_(map.projection.view, 0),
+        y_(map.projection.view, 1),
+        z_(map.projection.view, 2) {}
+
   HWY_INLINE Spot<V> operator()(V x, V y, V z) const {
-    const V depth = column(x, y, z, 2);
-    const V across = hn::Div(hn::Mul(constant<V>(map.scaleX), column(x, y, z, 0)), depth);
-    const V up = hn::Div(hn::Mul(constant<V>(map.scaleY), column(x, y, z, 1)), depth);
-    return {across, up, hn::Gt(depth, constant<V>(0.0F))};
+    const V depth = z_(x, y, z);
+    const V across = hn::Mul(scaleX_, kLevel ? x_.level(x, z) : x_(x, y, z));
+    return {hn::Div(across, depth), hn::Div(hn::Mul(scaleY_, y_(x, y, z)), depth), depth};
   }
+
+ private:
+  struct Column {
+    HWY_INLINE Column(const Matrix4& view, std::size_t at)
+        : a(inRegister(constant<V>(view.m[0][at]))),
+          b(inRegister(constant<V>(view.m[1][at]))),
+          c(inRegister(constant<V>(view.m[2][at]))),
+          move(inRegister(constant<V>(view.m[3][at]))) {}
+    HWY_INLINE V operator()(V x, V y, V z) const { return hn::Add(dot(x, y, z, a, b, c), move); }
+    HWY_INLINE V level(V x, V z) const {
+      return hn::Add(hn::Add(hn::Mul(x, a), hn::Mul(z, c)), move);
+    }
+
+    V a;
+    V b;
+    V c;
+    V move;
+  };
+
+  V scaleX_;
+  V scaleY_;
+  Column x_;
+  Column y_;
+  Column z_;
 };
 
+template <class V>
+using TiltedForm = PerspectiveForm<V, false>;
+template <class V>
+using LevelForm = PerspectiveForm<V, true>;
+
+template <class V>
 struct FlatForm {
   static constexpr bool kMirrored = false;
-  const PixelMap& map;
 
-  template <class V>
+  HWY_INLINE explicit FlatForm(const PixelMap& pixels) : map(pixels) {}
+
   HWY_INLINE Spot<V> operator()(V x, V y, V z) const {
     const V across = map.projection.mode == ViewMode::Side ? z : x;
     const V up = map.projection.mode == ViewMode::Top ? z : y;
     return {hn::Mul(constant<V>(map.scaleX), across), hn::Mul(constant<V>(map.scaleY), up),
-            hn::Eq(x, x)};
+            hn::IfThenElse(hn::Eq(x, x), constant<V>(1.0F), constant<V>(-1.0F))};
   }
+
+  const PixelMap& map;
 };
 
 /// The projection of the vertices from `i` on, as many as the tag D has lanes, after
 /// being spread and `kSteps` transforms.
-template <class D, class Form, std::size_t kSteps, class Spread = Unspread>
+template <class D, template <class> class FormOf, std::size_t kSteps, class Spread = Unspread>
 class Road {
  public:
   using Tag = D;
   using V = hn::Vec<D>;
   using I = IntsOf<V>;
+  using Form = FormOf<V>;
 
   HWY_INLINE Road(const ColumnVertices& from, const PixelMap& map)
       : map_(map),
+        form_(map),
         x_(from.x),
         y_(from.y),
         z_(from.z),
@@ -101,9 +149,9 @@ class Road {
 
   HWY_INLINE Spot<V> spot(std::size_t i) const {
     const D d;
-    V x = hn::Load(d, x_ + i);
-    V y = hn::Load(d, y_ + i);
-    V z = hn::Load(d, z_ + i);
+    V x = inRegister(hn::Load(d, x_ + i));
+    V y = inRegister(hn::Load(d, y_ + i));
+    V z = inRegister(hn::Load(d, z_ + i));
     spread_(x, y, z);
     if constexpr (kSteps > 0) {
       steps_[0](x, y, z);
@@ -111,7 +159,7 @@ class Road {
     if constexpr (kSteps > 1) {
       steps_[1](x, y, z);
     }
-    return Form{map_}(x, y, z);
+    return form_(x, y, z);
   }
   HWY_INLINE I pixelX(V across) const {
     const I columns = quickTruncate(across);
@@ -133,6 +181,7 @@ class Road {
   }
 
   const PixelMap& map_;
+  Form form_;
   const float* x_;
   const float* y_;
   const float* z_;

@@ -9,7 +9,6 @@
 #include "opponents.h"
 #include "ours.h"
 #include "reference/comparison.h"
-#include "round_robin.h"
 
 namespace pv::bench {
 
@@ -34,20 +33,18 @@ constexpr std::array kRows{
 };
 
 // Ours first.
-using Runs = std::vector<std::pair<BarTime BarTimes::*, std::function<void()>>>;
+using Runs = std::vector<std::pair<Timings BarTimings::*, std::function<void()>>>;
 
-BarTimes timed(const Runs& runs) {
+// Little at a time, since rows come again.
+void addTurns(const Runs& runs, BarTimings& timings) {
   std::vector<Contender> contenders;
   for (const auto& [column, run] : runs) {
-    contenders.push_back({run, {}, {}});
+    contenders.emplace_back(run);
   }
-  takeTurns(contenders);
-  BarTimes times;
+  takeTurns(contenders, {.turns = 2, .milliseconds = 600.0});
   for (std::size_t i = 0; i < runs.size(); ++i) {
-    times.*runs[i].first = {median(contenders[i].milliseconds),
-                            timesAsLong(contenders[i], contenders.front())};
+    (timings.*runs[i].first).add(contenders[i].timings);
   }
-  return times;
 }
 
 std::ptrdiff_t litPixels(const Job& job) {
@@ -66,42 +63,48 @@ std::string strangeness(const char* name, const Job& job, const Job& plain) {
          std::to_string(wanted);
 }
 
-BarTimes measureDrawing(const BarRow& row) {
+void measureDrawing(const BarRow& row, BarTimings& timings) {
   const ShapeRecord shape = makeShape(row.scene);
   const PlainMesh mesh = plainMesh(shape);
   const Job ours = ourDrawing(shape, row.size);
   const Job plain = plainDrawing(mesh, row.size);
-  Runs runs{{&BarTimes::ours, ours.run}, {&BarTimes::plain, plain.run}};
+  Runs runs{{&BarTimings::ours, ours.run}, {&BarTimings::plain, plain.run}};
   std::vector<std::pair<const char*, Job>> others;
 #ifdef PV_BENCH_PAINTER
   others.emplace_back("the painter", painterDrawing(mesh, row.size));
-  runs.emplace_back(&BarTimes::painter, others.back().second.run);
+  runs.emplace_back(&BarTimings::painter, others.back().second.run);
 #endif
 #ifdef PV_BENCH_AGG
   others.emplace_back("AGG", aggDrawing(mesh, row.size));
-  runs.emplace_back(&BarTimes::agg, others.back().second.run);
+  runs.emplace_back(&BarTimings::agg, others.back().second.run);
 #endif
-  BarTimes times = timed(runs);
-  times.difference = reference::firstDifference(ours.pixels(), plain.pixels(), row.size.width);
+  const bool isFirst = timings.ours.turns.empty();
+  addTurns(runs, timings);
+  if (!isFirst) {
+    return;
+  }
+  timings.difference = reference::firstDifference(ours.pixels(), plain.pixels(), row.size.width);
   for (const auto& [name, job] : others) {
-    if (times.difference.empty()) {
-      times.difference = strangeness(name, job, plain);
+    if (timings.difference.empty()) {
+      timings.difference = strangeness(name, job, plain);
     }
   }
-  return times;
 }
 
 // The pictures of a fresh view are compared, where the random directions of both
 // sides stand at the same place.
-BarTimes measureFrame(const BarRow& row) {
+void measureFrame(const BarRow& row, BarTimings& timings) {
   const ShapeRecord shape = makeShape(row.scene);
-  BarTimes times = timed({{&BarTimes::ours, ourFrame(shape, row.size).run},
-                          {&BarTimes::plain, plainFrame(shape, row.size).run}});
-  const Job fresh = ourFrame(shape, row.size);
-  fresh.run();
-  times.difference =
-      reference::firstDifference(fresh.pixels(), plainFirstFrame(shape, row.size), row.size.width);
-  return times;
+  const bool isFirst = timings.ours.turns.empty();
+  addTurns({{&BarTimings::ours, ourFrame(shape, row.size).run},
+            {&BarTimings::plain, plainFrame(shape, row.size).run}},
+           timings);
+  if (isFirst) {
+    const Job fresh = ourFrame(shape, row.size);
+    fresh.run();
+    timings.difference = reference::firstDifference(
+        fresh.pixels(), plainFirstFrame(shape, row.size), row.size.width);
+  }
 }
 
 std::string directionDifference(std::size_t count) {
@@ -120,15 +123,19 @@ std::string directionDifference(std::size_t count) {
   return skipped.skip() == random.next() ? "" : "the sequence goes on elsewhere";
 }
 
-BarTimes measureDirections(const BarRow& row) {
+void measureDirections(const BarRow& row, BarTimings& timings) {
   std::vector<reference::Vertex> vertices = plainMesh(makeShape(row.scene))->vertices;
   OurDirections ours(vertices.size());
-  BarTimes times = row.work == Work::SkipDirections
-                       ? timed({{&BarTimes::ours, [&] { static_cast<void>(ours.skip()); }}})
-                       : timed({{&BarTimes::ours, [&] { ours.draw(); }},
-                                {&BarTimes::plain, [&] { plainDirections(vertices); }}});
-  times.difference = directionDifference(vertices.size());
-  return times;
+  if (timings.ours.turns.empty()) {
+    timings.difference = directionDifference(vertices.size());
+  }
+  if (row.work == Work::SkipDirections) {
+    addTurns({{&BarTimings::ours, [&] { static_cast<void>(ours.skip()); }}}, timings);
+  } else {
+    addTurns({{&BarTimings::ours, [&] { ours.draw(); }},
+              {&BarTimings::plain, [&] { plainDirections(vertices); }}},
+             timings);
+  }
 }
 
 }  // namespace
@@ -163,15 +170,22 @@ std::string describe(const Bars& bars) {
   return all;
 }
 
-BarTimes measure(const BarRow& row) {
+void measure(const BarRow& row, BarTimings& timings) {
   switch (row.work) {
     case Work::Draw:
-      return measureDrawing(row);
+      return measureDrawing(row, timings);
     case Work::Frame:
-      return measureFrame(row);
+      return measureFrame(row, timings);
     default:
-      return measureDirections(row);
+      return measureDirections(row, timings);
   }
+}
+
+BarTimes summary(const BarTimings& timings) {
+  const auto time = [&](const Timings& column) {
+    return BarTime{median(column.milliseconds), timesAsLong(column, timings.ours)};
+  };
+  return {time(timings.ours), time(timings.plain), time(timings.painter), time(timings.agg)};
 }
 
 bool isMet(const Bars& bars, const BarTimes& times) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "round_robin.h"
 #include "scenes.h"
 
 namespace pv::bench {
@@ -30,6 +31,17 @@ struct BarRow {
 [[nodiscard]] std::string describe(const BarRow& row);
 [[nodiscard]] std::string describe(const Bars& bars);
 
+/// What was measured for a row; nothing where somebody was not.
+struct BarTimings {
+  Timings ours;
+  Timings plain;
+  Timings painter;
+  Timings agg;
+  std::string difference;  ///< what is wrong with a picture, or nothing
+};
+/// All columns in turns, for a while. The first time what was drawn is compared.
+void measure(const BarRow& row, BarTimings& timings);
+
 /// The median time of one in milliseconds, and how many times as long as ours it is by
 /// timesAsLong(); 0 where nobody was measured.
 struct BarTime {
@@ -41,10 +53,8 @@ struct BarTimes {
   BarTime plain;
   BarTime painter;
   BarTime agg;
-  std::string difference;  ///< what is wrong with a picture, or nothing
 };
-/// All columns in turns; afterwards what was drawn is compared.
-[[nodiscard]] BarTimes measure(const BarRow& row);
+[[nodiscard]] BarTimes summary(const BarTimings& timings);
 
 /// Whether every bar is met whose opponent was there.
 [[nodiscard]] bool isMet(const Bars& bars, const BarTimes& times);

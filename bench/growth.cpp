@@ -40,10 +40,10 @@ struct Costs {
   double frame;  ///< ms
 };
 Costs measure(const ShapeRecord& shape, FrameSize size) {
-  std::vector<Contender> contenders{{ourDrawing(shape, size).run, {}, {}},
-                                    {ourFrame(shape, size).run, {}, {}}};
+  std::vector<Contender> contenders{Contender(ourDrawing(shape, size).run),
+                                    Contender(ourFrame(shape, size).run)};
   takeTurns(contenders);
-  return {median(contenders[0].milliseconds), median(contenders[1].milliseconds)};
+  return {median(contenders[0].timings.milliseconds), median(contenders[1].timings.milliseconds)};
 }
 
 void printLine(const std::string& name, const ShapeRecord& shape, FrameSize size, double units) {

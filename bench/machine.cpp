@@ -28,9 +28,9 @@ constexpr std::size_t kBytes = std::size_t{256} << 20U;  // beyond every cache
 using Words = std::span<std::uint64_t>;
 
 double medianTime(const std::function<void()>& run) {
-  std::vector<Contender> contenders{{run, {}, {}}};
+  std::vector<Contender> contenders{Contender(run)};
   takeTurns(contenders);
-  return median(contenders.front().milliseconds);
+  return median(contenders.front().timings.milliseconds);
 }
 
 void writeAll(Words words) {

@@ -12,23 +12,21 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-constexpr int kLeastTurns = 5;
 constexpr Milliseconds kTurn{25.0};
-constexpr Milliseconds kTogether{2000.0};
 
 void takeTurn(Contender& contender) {
   clearWideRegisters();
   const Clock::time_point begin = Clock::now();
   Clock::time_point before = begin;
-  const auto first = static_cast<std::ptrdiff_t>(contender.milliseconds.size());
+  std::vector<double>& times = contender.timings.milliseconds;
+  const auto first = static_cast<std::ptrdiff_t>(times.size());
   do {
     contender.run();
     const Clock::time_point now = Clock::now();
-    contender.milliseconds.push_back(Milliseconds(now - before).count());
+    times.push_back(Milliseconds(now - before).count());
     before = now;
   } while (before - begin < kTurn);
-  contender.turns.push_back(
-      median({contender.milliseconds.begin() + first, contender.milliseconds.end()}));
+  contender.timings.turns.push_back(median({times.begin() + first, times.end()}));
 }
 
 #if defined(__x86_64__) && defined(__GNUC__)
@@ -39,12 +37,18 @@ __attribute__((target("avx"))) void clearUpperHalves() {
 
 }  // namespace
 
-void takeTurns(std::vector<Contender>& contenders) {
+void Timings::add(const Timings& more) {
+  milliseconds.insert(milliseconds.end(), more.milliseconds.begin(), more.milliseconds.end());
+  turns.insert(turns.end(), more.turns.begin(), more.turns.end());
+}
+
+void takeTurns(std::vector<Contender>& contenders, const Patience& patience) {
   for (const Contender& contender : contenders) {
     contender.run();
   }
   const Clock::time_point begin = Clock::now();
-  for (int turn = 0; turn < kLeastTurns || Clock::now() - begin < kTogether; ++turn) {
+  const Milliseconds together(patience.milliseconds);
+  for (int turn = 0; turn < patience.turns || Clock::now() - begin < together; ++turn) {
     for (Contender& contender : contenders) {
       takeTurn(contender);
     }
@@ -59,7 +63,7 @@ void clearWideRegisters() {
 #endif
 }
 
-double timesAsLong(const Contender& other, const Contender& ours) {
+double timesAsLong(const Timings& other, const Timings& ours) {
   std::vector<double> ratios;
   std::ranges::transform(other.turns, ours.turns, std::back_inserter(ratios), std::divides<>());
   return median(ratios);

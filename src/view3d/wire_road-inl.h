@@ -122,7 +122,7 @@ struct FlatForm {
     const V across = map.projection.mode == ViewMode::Side ? z : x;
     const V up = map.projection.mode == ViewMode::Top ? z : y;
     return {hn::Mul(constant<V>(map.scaleX), across), hn::Mul(constant<V>(map.scaleY), up),
-            hn::IfThenElse(hn::Eq(x, x), constant<V>(1.0F), constant<V>(-1.0F))};
+            constant<V>(1.0F)};
   }
 
   const PixelMap& map;

@@ -51,8 +51,9 @@ class VectorForms : public testing::Test {
     setup.width = dice.between(2, 260);
     setup.height = dice.between(2, 200);
     setup.mode = dice.once(2) ? ViewMode::Perspective : static_cast<ViewMode>(dice.below(4));
+    // Views without roll have a form of their own.
     setup.camera = {dice.between(0.0F, 360.0F), dice.between(-89.0F, 89.0F),
-                    dice.between(-179.0F, 179.0F), dice.between(1.2F, 4.0F)};
+                    dice.once(2) ? 0.0F : dice.between(-179.0F, 179.0F), dice.between(1.2F, 4.0F)};
     setup.showLines = !dice.once(5);
     setup.showGrid = false;
     return setup;

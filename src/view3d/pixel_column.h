@@ -55,7 +55,6 @@ struct alignas(64) PixelReach {
   PixelReach() { clear(); }
   void clear();
   void include(std::int32_t x, std::int32_t y);
-  void include(const PixelReach& other);
   /// Lets every side reach `pixels` further; not before something was included.
   void widen(std::int32_t pixels);
 

@@ -20,7 +20,8 @@ namespace pv::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-/// Where vectors of pixels leave what tells whether they are on the canvas.
+/// Where vectors of pixels leave what tells whether they are on the canvas. Not a member
+/// of PixelExtent, which would then lie in memory as a whole.
 struct alignas(64) PixelDoubts {
   // Left unset: only what was left is read.
   // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init, modernize-use-equals-default)
@@ -35,7 +36,8 @@ struct alignas(64) PixelDoubts {
 template <class D>
 class PixelExtent {
  public:
-  PixelExtent(const PixelMap& map, PixelDoubts& /*doubts*/) : map_(map) {}
+  PixelExtent(const PixelMap& map, PixelDoubts& /*doubts*/, PixelReach& reach)
+      : map_(map), reach_(reach) {}
 
   template <class V>
   void include(std::size_t k, hn::Vec<D> x, hn::Vec<D> y, hn::Vec<D> /*spot*/, V front) {
@@ -51,12 +53,12 @@ class PixelExtent {
                                       const std::int32_t* /*spots*/) const {
     return outside_;
   }
-  void addTo(PixelReach& reach) const { reach.include(reach_); }
+  void keep() const {}
 
  private:
   const PixelMap& map_;
+  PixelReach& reach_;
   std::uint32_t outside_ = 0;
-  PixelReach reach_;
 };
 
 #else
@@ -70,15 +72,17 @@ class PixelExtent {
   using Shorts = hn::Repartition<std::int16_t, D>;
   using S = hn::Vec<Shorts>;
 
-  HWY_INLINE PixelExtent(const PixelMap& map, PixelDoubts& doubts)
+  HWY_INLINE PixelExtent(const PixelMap& map, PixelDoubts& doubts, PixelReach& reach)
       : each_(doubts.of),
+        reach_(reach),
         last_(hn::BitCast(Shorts(), hn::Set(D(), (map.height - 1) << 16 | (map.width - 1)))),
         low_(hn::Set(Shorts(), INT16_MAX)),
         high_(hn::Set(Shorts(), INT16_MIN)),
         doubts_(hn::Zero(D())) {}
 
   /// Of the vertices from `k` on: their pixels, as two words and as one (whatever that is
-  /// worth off the canvas), and what is negative where they are not visible.
+  /// worth off the canvas), and what is negative where they are behind the eye; others
+  /// that are not visible have pixels off the canvas.
   template <class V>
   HWY_INLINE void include(std::size_t k, I x, I y, I spot, V front) {
     const D d;
@@ -109,15 +113,17 @@ class PixelExtent {
     }
     return outside;
   }
-  HWY_INLINE void addTo(PixelReach& reach) const {
+  /// Adds all pixels to the reach.
+  HWY_INLINE void keep() const {
     const Shorts ds;
-    hn::Store(hn::Min(low_, hn::Load(ds, reach.low)), ds, reach.low);
-    hn::Store(hn::Max(high_, hn::Load(ds, reach.high)), ds, reach.high);
+    hn::Store(hn::Min(low_, hn::Load(ds, reach_.low)), ds, reach_.low);
+    hn::Store(hn::Max(high_, hn::Load(ds, reach_.high)), ds, reach_.high);
   }
 
  private:
-  // No doubt is left where none has more than 15 bits: then both words are pixels, each in
-  // a half of its own, and only the right and the upper border remain to be looked at.
+  // Where no doubt has more than 15 bits, so that none is negative, both words are pixels,
+  // each in a half of its own, and only the right and the upper border remain to be looked
+  // at.
   HWY_INLINE bool isWithin(I doubts, S high) const {
     const D d;
     return hn::AllTrue(d, hn::Eq(hn::And(doubts, hn::Set(d, ~INT16_MAX)), hn::Zero(d))) &&
@@ -125,6 +131,7 @@ class PixelExtent {
   }
 
   std::int32_t* each_;
+  PixelReach& reach_;
   S last_;  ///< the last column and row of the canvas
   S low_;
   S high_;

@@ -153,7 +153,7 @@ HWY_INLINE void listDense(I spot, I up, I on, I down, I back, const Places& plac
 }
 
 /// A chunk of all columns of a group that have it. What is read for a column stays for
-/// those beside it.
+/// those beside it; the others are read too, whatever they hold.
 template <bool kDense>
 HWY_INLINE void listChunk(const WireGroup& group, std::size_t chunk, const Places& places,
                           WireLists& lists, Counts& counts) {

@@ -68,9 +68,10 @@ struct WireLists {
 struct WireGroup {
   static constexpr std::size_t kColumns = PatchHulls::kColumns;
 
-  std::array<const PixelColumn*, kColumns + 2> columns{};  ///< the first before the group
-  std::array<std::uint32_t, kColumns> chunks{};            ///< of the columns between
-  std::size_t count = 0;                                   ///< of the columns between
+  /// From the one before the group to the one behind, all there.
+  std::array<const PixelColumn*, kColumns + 2> columns{};
+  std::array<std::uint32_t, kColumns> chunks{};  ///< of the columns between
+  std::size_t count = 0;                         ///< of the columns between
 };
 
 /// Lists, and lights now and then, what belongs to the columns of a group in their

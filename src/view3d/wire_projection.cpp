@@ -44,7 +44,7 @@ HWY_INLINE void projectWide(const Road& road, std::size_t chunk, PixelColumn& ou
   }
 }
 
-// A conversion of what is too large, or no number, ends near one of the two ends of
+// A conversion of what is too large, or no number, ends at one of the two ends of
 // the 32 bits. A pixel of it is off the canvas, wrapped or not.
 template <class Road>
 HWY_INLINE void projectBy(const ColumnVertices& from, std::uint32_t chunks, const PixelMap& map,
@@ -53,7 +53,7 @@ HWY_INLINE void projectBy(const ColumnVertices& from, std::uint32_t chunks, cons
   const Ints d;
   const Road road(from, map);
   PixelDoubts doubts;
-  PixelExtent<Ints> extent(map, doubts);
+  PixelExtent<Ints> extent(map, doubts, reach);
   std::int32_t* spots = out.spots + PixelColumn::kLead;
   for (std::uint32_t rest = chunks; rest != 0; rest &= rest - 1) {
     const std::size_t chunk = std::countr_zero(rest) * PixelColumn::kChunk;
@@ -66,7 +66,7 @@ HWY_INLINE void projectBy(const ColumnVertices& from, std::uint32_t chunks, cons
       extent.include(i, x, y, both, spot.front);
     }
   }
-  extent.addTo(reach);
+  extent.keep();
   const std::uint32_t outside = extent.outside(chunks, spots);
   out.inside = chunks & ~outside;
   for (std::uint32_t rest = outside; rest != 0; rest &= rest - 1) {
@@ -191,13 +191,6 @@ void PixelReach::include(std::int32_t x, std::int32_t y) {
   };
   add(0, x);
   add(1, y);
-}
-
-void PixelReach::include(const PixelReach& other) {
-  for (std::size_t lane = 0; lane < kLanes; ++lane) {
-    low[lane] = std::min(low[lane], other.low[lane]);
-    high[lane] = std::max(high[lane], other.high[lane]);
-  }
 }
 
 void PixelReach::widen(std::int32_t pixels) {

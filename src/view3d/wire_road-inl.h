@@ -35,18 +35,20 @@ HWY_INLINE IntsOf<V> quickTruncate(V v) {
 #elif HWY_TARGET == HWY_AVX2
   return IntsOf<V>{_mm256_cvttps_epi32(v.raw)};
 #else
-  // Some processors make 0 of what is no number.
+  // Some processors make 0 of what is no number, and in plain code it must not be asked.
   const hn::RebindToSigned<hn::DFromV<V>> d;
-  const auto number = hn::ConvertTo(d, v);
-  return hn::IfThenElse(hn::RebindMask(d, hn::Eq(v, v)), number, hn::Set(d, INT32_MIN));
+  const auto isNumber = hn::Eq(v, v);
+  const auto number = hn::ConvertTo(d, hn::IfThenElseZero(isNumber, v));
+  return hn::IfThenElse(hn::RebindMask(d, isNumber), number, hn::Set(d, INT32_MIN));
 #endif
 }
 
-/// Lets a value stay in a register. Compilers like to read what they know the place of
-/// again for every use, and reading takes longer than all else here.
+/// Keeps compilers from reading a value again for every use, as far as there are
+/// registers; 16 are too few for all. No result depends on it.
 template <class V>
 HWY_INLINE V inRegister(V v) {
-#if HWY_ARCH_X86 && HWY_TARGET != HWY_SCALAR && (HWY_COMPILER_GCC || HWY_COMPILER_CLANG)
+#if HWY_ARCH_X86 && HWY_TARGET != HWY_SCALAR && HWY_TARGET != HWY_EMU128 && \
+    (HWY_COMPILER_GCC || HWY_COMPILER_CLANG)
   asm("" : "+v"(v.raw));  // NOLINT(hicpp-no-assembler)
 #endif
   return v;
@@ -64,7 +66,8 @@ struct Spot {
 
 /// `kLevel` tells that the view matrix has a zero where y would count for `across`, as
 /// cameras have that do not roll. A product with zero is zero, and changes no sum but to
-/// another zero, unless y is not finite: then neither is `up`.
+/// another zero, which truncates to the same pixel, unless y is not finite: then neither
+/// is `up`.
 template <class V, bool kLevel>
 struct PerspectiveForm {
   static constexpr bool kMirrored = true;

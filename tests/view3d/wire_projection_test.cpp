@@ -7,8 +7,11 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <span>
+#include <string>
 
+#include "math/matrix4.h"
 #include "reference/random_shapes.h"
+#include "shape/duplicates.h"
 #include "view3d/vector_form_choice.h"
 #include "view3d/view_camera.h"
 
@@ -41,7 +44,8 @@ PixelMap randomMap(Dice& dice) {
 
 /// Vertices around the origin, now and then some that no canvas has room for.
 void scatter(VertexBlock& block, std::size_t count, Dice& dice) {
-  constexpr std::array kOdd{kInfinity, -kInfinity, kNoNumber, 3.0e38F, -1.0e12F, 4.0e4F};
+  constexpr std::array kOdd{kInfinity, -kInfinity, kNoNumber, 3.0e38F,
+                            -1.0e12F,  4.0e4F,     0.0F,      -0.0F};
   const float reach = dice.once(2) ? 0.2F : dice.between(0.2F, 2.0F);
   const int odd = dice.once(2) ? 1000 : 20;
   for (std::size_t k = 0; k < VertexBlock::padded(count); ++k) {

@@ -34,10 +34,10 @@ PixelMap randomMap(Dice& dice) {
   const Vec3 eye = eyePosition(dice.between(0.0F, 360.0F), dice.between(-89.0F, 89.0F),
                                dice.between(0.3F, 3.0F));
   const float roll = dice.once(2) ? 0.0F : dice.between(-179.0F, 179.0F);
-  PixelMap map({static_cast<ViewMode>(dice.once(2) ? 0 : dice.below(4)),
-                viewMatrix(eye, roll),
-                {width / 2, height / 2}},
-               projector, width, height);
+  Matrix4 view = viewMatrix(eye, roll);
+  view.m[3][0] += dice.once(2) ? 0.0F : dice.between(-0.1F, 0.1F);  // next to none in cameras
+  const ViewMode mode = dice.once(2) ? ViewMode::Perspective : static_cast<ViewMode>(dice.below(4));
+  PixelMap map({mode, view, {width / 2, height / 2}}, projector, width, height);
   map.isLongWork = dice.once(2);
   return map;
 }
@@ -72,7 +72,7 @@ bool isOn(const PixelMap& map, PixelPoint at) {
   return at.x >= 0 && at.x < map.width && at.y >= 0 && at.y < map.height;
 }
 
-/// What holds these lanes at the least, of x or of y.
+/// The lowest or highest of the lanes of x (0) or of y (1).
 template <std::size_t kLane>
 std::int32_t farthest(std::span<const std::int16_t> lanes, bool isHighest) {
   std::int32_t best = lanes[kLane];

@@ -1,6 +1,7 @@
 #include "shape/random_sequence.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace pv {
 
@@ -51,16 +52,27 @@ Polynomial multiply(const Polynomial& a, const Polynomial& b) {
   return result;
 }
 
-Polynomial powerOfX(std::uint64_t exponent) {
+Polynomial timesX(const Polynomial& a) {
   Polynomial result{};
-  result[0] = 1;
-  Polynomial square{};
-  square[1] = 1;
-  for (; exponent != 0; exponent >>= 1U) {
-    if ((exponent & 1U) != 0) {
-      result = multiply(result, square);
+  std::copy(a.begin(), a.end() - 1, result.begin() + 1);
+  result[0] = a.back();
+  result[kTerms - 3] += a.back();
+  return result;
+}
+
+// From the exponent's highest bit down, so that each bit costs a square and at most a
+// shift; the first four together are a single term.
+Polynomial powerOfX(std::uint64_t exponent) {
+  constexpr int kFirst = 4;
+  int left = std::max(0, static_cast<int>(std::bit_width(exponent)) - kFirst);
+  Polynomial result{};
+  result[exponent >> left] = 1;
+  while (left > 0) {
+    --left;
+    result = multiply(result, result);
+    if (((exponent >> left) & 1U) != 0) {
+      result = timesX(result);
     }
-    square = multiply(square, square);
   }
   return result;
 }

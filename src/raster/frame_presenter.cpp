@@ -30,7 +30,10 @@ FramePresenter::Outcome FramePresenter::present(std::span<const std::uint32_t> f
     height_ = height;
     outcome = Outcome::Recreated;
   }
-  MMXcpy(bits_.data(), frame.data(), bits_.size() * sizeof(std::uint32_t));
+  const auto row = static_cast<std::size_t>(width);
+  for (std::size_t at = 0; at < bits_.size(); at += row) {
+    MMXcpy(&bits_[bits_.size() - row - at], &frame[at], row * sizeof(std::uint32_t));
+  }
   return outcome;
 }
 

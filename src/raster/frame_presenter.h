@@ -6,8 +6,9 @@
 
 namespace pv {
 
-/// Keeps the picture that a view shows: a bottom-up bitmap that takes over each
-/// finished frame and is replaced only when the frame's size changes.
+/// Keeps the picture that a view shows: a bitmap that takes over each finished frame
+/// and is replaced only when the frame's size changes. Frames begin with their bottom
+/// row, the bitmap with its top one, so that it can be shown as it is.
 class FramePresenter {
  public:
   enum class Outcome : std::uint8_t {
@@ -21,7 +22,7 @@ class FramePresenter {
 
   [[nodiscard]] std::int32_t width() const { return width_; }
   [[nodiscard]] std::int32_t height() const { return height_; }
-  /// Bottom row first; empty until the first frame was accepted.
+  /// Top row first; empty until the first frame was accepted.
   [[nodiscard]] std::span<const std::uint32_t> bits() const { return bits_; }
 
  private:

@@ -5,6 +5,11 @@
 
 namespace pv {
 
+QImage imageOver(std::span<const std::uint32_t> words, int width, int height) {
+  const auto* bytes = reinterpret_cast<const uchar*>(words.data());
+  return {bytes, width, height, static_cast<qsizetype>(width) * 4, QImage::Format_RGB32};
+}
+
 void copyFrame(std::span<const std::uint32_t> words, int width, int height, QImage& image) {
   if (image.size() != QSize(width, height)) {
     image = QImage(width, height, QImage::Format_RGB32);

@@ -9,6 +9,10 @@
 
 namespace pv {
 
+/// An image of `words` (0xAARRGGBB, top row first, width * height) without a copy: good
+/// as long as they stay where they are.
+[[nodiscard]] QImage imageOver(std::span<const std::uint32_t> words, int width, int height);
+
 /// Puts `words` (0xAARRGGBB, bottom row first, width * height) into an image, top
 /// row first; the image's memory is used again where the size fits.
 void copyFrame(std::span<const std::uint32_t> words, int width, int height, QImage& image);

@@ -122,7 +122,7 @@ void PathViewWidget::measure(const QTransform& toDevice) {
 void PathViewWidget::drawFrame() {
   frameIsDue_ = false;
   presenter_.present(view_.drawFrame(), view_.width(), view_.height());
-  copyFrame(presenter_.bits(), presenter_.width(), presenter_.height(), picture_);
+  picture_ = imageOver(presenter_.bits(), presenter_.width(), presenter_.height());
 }
 
 void PathViewWidget::loadCursors() {

@@ -75,7 +75,7 @@ class PathViewWidget : public QWidget {
   const UiContext& context_;
   PathView view_;
   FramePresenter presenter_;
-  QImage picture_;                    ///< the presenter's bitmap, top row first
+  QImage picture_;                    ///< the presenter's bitmap
   QTransform toDevice_;               ///< from the widget to what was painted on last
   QRect area_;                        ///< the widget there
   std::optional<PathMouse> pointer_;  ///< while it is over the view

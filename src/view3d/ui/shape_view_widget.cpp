@@ -81,7 +81,7 @@ void ShapeViewWidget::measure(QSize deviceSize, qreal pixelRatio) {
 void ShapeViewWidget::drawFrame() {
   frameIsDue_ = false;
   presenter_.present(view_.drawFrame(), frameSize_.width(), frameSize_.height());
-  copyFrame(presenter_.bits(), presenter_.width(), presenter_.height(), picture_);
+  picture_ = imageOver(presenter_.bits(), presenter_.width(), presenter_.height());
 }
 
 void ShapeViewWidget::mousePressEvent(QMouseEvent* event) {

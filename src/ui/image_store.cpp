@@ -3,44 +3,20 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <filesystem>
-#include <span>
 #include <utility>
-#include <vector>
 
-#include <QBuffer>
-#include <QByteArray>
 #include <QCursor>
 #include <QImage>
-#include <QImageReader>
 
+#include "ui/picture_file.h"
+#include "ui/pictures_ahead.h"
 #include "util/files.h"
-#include "util/folders.h"
 #include "util/program_path.h"
-#include "util/utf8_path.h"
 
 namespace pv {
 namespace {
 
-constexpr std::size_t kMaxFileSize = std::size_t{4} << 20U;
-constexpr const char* kDrawings = R"(\bin\program\)";  // below the application folder
 constexpr std::array<std::string_view, 3> kSuffixes{"", "@2x", "@3x"};
-
-// Tried as PNG first: probing for the format would load every picture plug-in.
-QImage decode(std::span<const std::byte> bytes) {
-  const auto* data = reinterpret_cast<const char*>(bytes.data());
-  QByteArray wrapped = QByteArray::fromRawData(data, static_cast<qsizetype>(bytes.size()));
-  QBuffer buffer(&wrapped);
-  QImageReader reader(&buffer, "png");
-  reader.setAutoDetectImageFormat(false);
-  QImage image = reader.read();
-  return image.isNull() ? QImage::fromData(wrapped) : image;
-}
-
-QImage read(const std::filesystem::path& file) {
-  const auto bytes = readFile(file, kMaxFileSize);
-  return bytes ? decode(bytes.value()) : QImage();
-}
 
 int bestSuffix(double pixelRatio) {
   return pixelRatio <= 1 ? 0 : pixelRatio <= 2 ? 1 : 2;
@@ -62,42 +38,31 @@ QPoint hotSpotOf(const std::vector<std::byte>& file) {
   return file.size() < kOffset + 4 ? QPoint() : QPoint(word(kOffset), word(kOffset + 2));
 }
 
-// All files NAME@2x.png for "@2x.png", by the names that they have to the program.
-std::map<std::string, QImage, std::less<>> readDrawings(const std::filesystem::path& folder,
-                                                        const std::string& suffix) {
-  const bool dense = suffix.starts_with('@');
-  std::map<std::string, QImage, std::less<>> drawings;
-  std::vector<FolderEntry> entries;
-  static_cast<void>(listFolder(folder, entries));
-  for (const FolderEntry& entry : entries) {
-    const std::string& name = entry.name;
-    if (name.ends_with(suffix) && (dense || name.find('@') == std::string::npos)) {
-      drawings.emplace(kDrawings + name, read(folder / pathFromUtf8(name)));
-    }
-  }
-  return drawings;
-}
-
 }  // namespace
 
 // Names are looked up whatever their case; what all of them begin with, once.
 ImageStore::ImageStore(std::string_view applicationFolder)
     : folder_(programPath(hostPath(applicationFolder))) {}
 
-void ImageStore::readAhead(double pixelRatio) {
-  drawings_ = std::async(std::launch::async, readDrawings, hostPath(folder_ + kDrawings),
-                         withSuffix(".png", bestSuffix(pixelRatio)))
-                  .share();
+void ImageStore::readAhead(const std::vector<std::string>& names, double pixelRatio,
+                           std::function<void()> before) {
+  const int suffix = bestSuffix(pixelRatio);
+  if (ahead_ != nullptr && suffix == aheadSuffix_) {
+    return;
+  }
+  std::vector<std::string> paths;
+  paths.reserve(names.size());
+  for (const std::string& name : names) {
+    paths.push_back(folder_ + withSuffix(name, suffix));
+  }
+  ahead_ = std::make_shared<PicturesAhead>(std::move(paths), std::move(before));
+  aheadSuffix_ = suffix;
 }
 
 QPixmap ImageStore::load(const std::string& name, double ratio) const {
-  QImage image;
-  if (drawings_.valid()) {
-    const auto& drawings = drawings_.get();
-    const auto found = drawings.find(withBackslashes(name));
-    image = found != drawings.end() ? found->second : QImage();
-  }
-  QPixmap pixmap = QPixmap::fromImage(image.isNull() ? read(hostPath(folder_ + name)) : image);
+  const std::string path = folder_ + name;
+  const QImage read = ahead_ != nullptr ? ahead_->find(path) : QImage();
+  QPixmap pixmap = QPixmap::fromImage(read.isNull() ? readPicture(hostPath(path)) : read);
   pixmap.setDevicePixelRatio(ratio);
   return pixmap;
 }
@@ -119,7 +84,7 @@ QPixmap ImageStore::pixmap(std::string_view name, double pixelRatio) const {
 }
 
 QCursor ImageStore::cursor(std::string_view name, double pixelRatio) const {
-  const auto file = readFile(hostPath(folder_ + std::string(name)), kMaxFileSize);
+  const auto file = readFile(hostPath(folder_ + std::string(name)), kMaxPictureFile);
   if (!file) {
     return {Qt::ArrowCursor};
   }
@@ -127,7 +92,7 @@ QCursor ImageStore::cursor(std::string_view name, double pixelRatio) const {
   const std::string stem(name.substr(0, name.rfind('.')));
   QPixmap picture = pixmap(stem + "-cursor.png", pixelRatio);
   if (picture.isNull()) {
-    picture = QPixmap::fromImage(decode(file.value()));
+    picture = QPixmap::fromImage(decodePicture(file.value()));
   }
   if (picture.isNull()) {
     return {Qt::ArrowCursor};

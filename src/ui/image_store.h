@@ -1,17 +1,18 @@
 #pragma once
 
 #include <functional>
-#include <future>
-#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include <QImage>
 #include <QPixmap>
 
 class QCursor;
 
 namespace pv {
+
+class PicturesAhead;
 
 /// The images and cursors of an application folder, by the names that the pages
 /// use, such as "/bin/program/tab-wire.png". A missing or broken file yields a
@@ -21,9 +22,12 @@ class ImageStore {
   /// A program path without a backslash at its end.
   explicit ImageStore(std::string_view applicationFolder);
 
-  /// Begins to read the drawings for this pixel ratio on another thread, where they
-  /// stay until the store goes: all controls of a window want theirs at once.
-  void readAhead(double pixelRatio);
+  /// Begins to read drawings that will be wanted at once, those for this pixel ratio,
+  /// on another thread, after `before` ran there; nothing if drawings for this ratio are
+  /// read already. Needs no application object. What is wanted before its turn is read
+  /// without waiting. They are kept until the last copy of the store goes.
+  void readAhead(const std::vector<std::string>& names, double pixelRatio,
+                 std::function<void()> before = {});
 
   /// The drawing made for the pixel ratio: NAME.png, NAME@2x.png or NAME@3x.png,
   /// whichever is the smallest that is large enough, with its ratio set.
@@ -32,12 +36,11 @@ class ImageStore {
   [[nodiscard]] QCursor cursor(std::string_view name, double pixelRatio) const;
 
  private:
-  using Drawings = std::map<std::string, QImage, std::less<>>;
+  [[nodiscard]] QPixmap load(const std::string& name, double ratio) const;
 
-  [[nodiscard]] QPixmap load(const std::string& file, double ratio) const;
-
-  std::string folder_;                     ///< as it is written on this system
-  std::shared_future<Drawings> drawings_;  ///< by their names below the folder
+  std::string folder_;   ///< as it is written on this system
+  int aheadSuffix_ = 0;  ///< of those that are read ahead
+  std::shared_ptr<const PicturesAhead> ahead_;
 };
 
 }  // namespace pv

@@ -1,7 +1,5 @@
 #include <cstdio>
 #include <cstdlib>
-#include <future>
-#include <initializer_list>
 
 #include <QApplication>
 #include <QIcon>
@@ -10,6 +8,7 @@
 
 #include "app/application_folder.h"
 #include "app/ui/arguments.h"
+#include "app/ui/first_drawings.h"
 #include "app/ui/main_dialog.h"
 #include "app/ui/title_bars.h"
 #include "app/ui/window_style.h"
@@ -26,8 +25,7 @@ extern "C" [[gnu::weak]] int FcInit();
 
 namespace {
 
-// Reads the machine's settings for fonts while the toolkit connects to the display;
-// its first text would wait for them.
+// The machine's settings for fonts, for which the first text would wait.
 void readFontSettings() {
 #ifdef __linux__
   if (FcInit != nullptr) {
@@ -49,9 +47,9 @@ void endWithoutDisplay(QtMsgType type, const QMessageLogContext& /*where*/,
   std::fprintf(stderr, "%s\n", qPrintable(message));
 }
 
-QIcon windowIcon(std::initializer_list<int> sizes) {
+QIcon windowIcon() {
   QIcon icon;
-  for (const int size : sizes) {
+  for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
     QImageReader reader(QString(":/particle-vortex-%1.png").arg(size), "png");
     reader.setAutoDetectImageFormat(false);  // which would load every picture plug-in
     icon.addPixmap(QPixmap::fromImage(reader.read()));
@@ -77,29 +75,29 @@ int main(int argc, char** argv) {
     return EXIT_FAILURE;
   }
 
-  const auto fonts = std::async(std::launch::async, readFontSettings);
+  const auto module = pv::moduleName();
+  const std::string folder = arguments->root.empty() ? pv::applicationFolder(module)
+                                                     : pv::applicationFolderAt(arguments->root);
+  pv::MainDialogSetup setup{folder, pv::helpPath(module)};
+  // While the toolkit connects to the display; for the density that most displays have.
+  setup.images.readAhead(pv::firstDrawings(), 1, readFontSettings);
   const auto defaultHandler = qInstallMessageHandler(endWithoutDisplay);
   const QApplication app(argc, argv);
   qInstallMessageHandler(defaultHandler);
 
   QCoreApplication::setApplicationName("Particle Vortex");
   QCoreApplication::setApplicationVersion(PV_VERSION);
-  QApplication::setWindowIcon(windowIcon({16, 24, 32}));
   pv::applyDarkStyle();
   pv::darkenTitleBars();
 
-  const auto module = pv::moduleName();
-  const std::string folder = arguments->root.empty() ? pv::applicationFolder(module)
-                                                     : pv::applicationFolderAt(arguments->root);
   pv::makeLibraryFolders(folder);
   pv::UserRegistry registry(pv::userConfigFolder());
-  pv::MainDialog dialog({folder, pv::helpPath(module)}, registry);
+  pv::MainDialog dialog(setup, registry);
   if (!arguments->file.empty()) {
     dialog.openFile(arguments->file);
   }
-  QObject::connect(&dialog, &pv::MainDialog::pictureShown, [] {
-    QApplication::setWindowIcon(windowIcon({16, 24, 32, 48, 64, 128, 256}));
-  });
+  QObject::connect(&dialog, &pv::MainDialog::pictureShown,
+                   [] { QApplication::setWindowIcon(windowIcon()); });
   QObject::connect(&app, &QGuiApplication::commitDataRequest, &dialog,
                    [&dialog] { dialog.writeSettings(); });
   dialog.show();

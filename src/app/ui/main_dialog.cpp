@@ -12,6 +12,7 @@
 #include <QStackedWidget>
 #include <QTimer>
 
+#include "app/ui/first_drawings.h"
 #include "app/ui/messages.h"
 #include "app/ui/quiet_page.h"
 #include "app/ui/window_place.h"
@@ -73,8 +74,8 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
     : setup_(setup),
       registry_(registry),
       coreNames_(readCoreNames(registry)),
-      context_{skinFrom(readColourScheme(registry)), ImageStore(setup.applicationFolder)} {
-  context_.images.readAhead(devicePixelRatioF());
+      context_{skinFrom(readColourScheme(registry)), setup.images} {
+  context_.images.readAhead(firstDrawings(), devicePixelRatioF());
   setAcceptDrops(true);
   setMinimumSize(kLeastSize);
   setFont(context_.skin.font);

@@ -6,10 +6,20 @@
 #include <QFontInfo>
 #include <QFontMetricsF>
 #include <QPainterPath>
+#include <QPixmapCache>
 #include <QWidget>
 
 namespace pv {
 namespace {
+
+// Lengths in pixels.
+struct BoxLook {
+  double radius = 0;
+  int line = 1;
+  Corners corners = Corners::All;
+  QColor face;
+  QColor border;
+};
 
 QPainterPath roundedPath(const QRectF& box, double radius, Corners corners) {
   const double left = corners == Corners::All || corners == Corners::Left ? radius : 0;
@@ -28,6 +38,38 @@ QPainterPath roundedPath(const QRectF& box, double radius, Corners corners) {
   corner(box.left(), box.top(), left, 180);
   path.closeSubpath();
   return path;
+}
+
+void paintBox(QPainter& painter, const QRect& box, const BoxLook& look) {
+  const auto outer = roundedPath(box, look.radius, look.corners);
+  const auto inner = roundedPath(box.adjusted(look.line, look.line, -look.line, -look.line),
+                                 std::max(0.0, look.radius - look.line), look.corners);
+  // Two areas that do not overlap, as fading would show one through the other.
+  painter.fillPath(inner, look.face);
+  QPainterPath frame = outer;
+  frame.addPath(inner);
+  frame.setFillRule(Qt::OddEvenFill);
+  painter.fillPath(frame, look.border);
+}
+
+// A box that is nothing but corners, each a quarter of it: paths take five times as
+// long as the straight rest, and there are few kinds of boxes.
+QPixmap cornersOf(const BoxLook& look, int size) {
+  const QString key =
+      QString::asprintf("pv-corners %g %d %d %08x %08x", look.radius, look.line,
+                        static_cast<int>(look.corners), look.face.rgba(), look.border.rgba());
+  QPixmap pixmap;
+  if (!QPixmapCache::find(key, &pixmap)) {
+    QImage image(2 * size, 2 * size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintBox(painter, image.rect(), look);
+    painter.end();
+    pixmap = QPixmap::fromImage(std::move(image));
+    QPixmapCache::insert(key, pixmap);
+  }
+  return pixmap;
 }
 
 QPixmap tinted(QImage image, const QColor& tint) {
@@ -100,17 +142,31 @@ QRect PixelPainter::pixels(const QRectF& rect) const {
 
 void PixelPainter::box(const QRect& box, const QColor& face, const QColor& border,
                        Corners corners) {
-  const double radius = Skin::kRadius * scale();
-  const int width = line();
-  const auto outer = roundedPath(box, radius, corners);
-  const auto inner = roundedPath(box.adjusted(width, width, -width, -width),
-                                 std::max(0.0, radius - width), corners);
-  // Two areas that do not overlap, as fading would show one through the other.
-  painter_.fillPath(inner, face);
-  QPainterPath frame = outer;
-  frame.addPath(inner);
-  frame.setFillRule(Qt::OddEvenFill);
-  painter_.fillPath(frame, border);
+  const BoxLook look{Skin::kRadius * scale(), line(), corners, face, border};
+  const int size = std::max(look.line, static_cast<int>(std::ceil(look.radius)));
+  const QRect inside = box.adjusted(size, size, -size, -size);
+  if (inside.isEmpty()) {
+    paintBox(painter_, box, look);
+    return;
+  }
+  const QPixmap pixmap = cornersOf(look, size);
+  const QSize corner(size, size);
+  const int right = inside.right() + 1;
+  const int bottom = inside.bottom() + 1;
+  painter_.drawPixmap(box.topLeft(), pixmap, QRect({0, 0}, corner));
+  painter_.drawPixmap(QPoint(right, box.top()), pixmap, QRect({size, 0}, corner));
+  painter_.drawPixmap(QPoint(box.left(), bottom), pixmap, QRect({0, size}, corner));
+  painter_.drawPixmap(QPoint(right, bottom), pixmap, QRect({size, size}, corner));
+  const int width = inside.width();
+  const int height = inside.height();
+  const int rest = size - look.line;  // of a corner's side, within the border
+  fill({inside.left(), box.top(), width, look.line}, border);
+  fill({inside.left(), bottom + rest, width, look.line}, border);
+  fill({box.left(), inside.top(), look.line, height}, border);
+  fill({right + rest, inside.top(), look.line, height}, border);
+  fill({inside.left(), box.top() + look.line, width, rest}, face);
+  fill({inside.left(), bottom, width, rest}, face);
+  fill({box.left() + look.line, inside.top(), box.width() - 2 * look.line, height}, face);
 }
 
 void PixelPainter::focusRing(const QRect& box, Corners corners) {
@@ -140,8 +196,12 @@ void PixelPainter::picture(const QRect& box, const QPixmap& pixmap) {
 void PixelPainter::text(const QRectF& box, Qt::AlignmentFlag align, const QString& text,
                         const QColor& colour, const QFont& font) {
   const QFontMetricsF metrics(font, painter_.device());
-  const QString shown = metrics.elidedText(text, Qt::ElideRight, box.width());
-  const double width = metrics.horizontalAdvance(shown);
+  QString shown = text;
+  double width = metrics.horizontalAdvance(shown);
+  if (width > box.width()) {
+    shown = metrics.elidedText(text, Qt::ElideRight, box.width());
+    width = metrics.horizontalAdvance(shown);
+  }
   const double free = box.width() - width;
   const double x = box.left() + (align == Qt::AlignHCenter ? free / 2
                                  : align == Qt::AlignRight ? free

@@ -1,5 +1,7 @@
 #include "ui/skin.h"
 
+#include <QFontDatabase>
+
 #include "ui/pixel_painter.h"
 
 namespace pv {
@@ -16,10 +18,11 @@ QColor Skin::hovered(const QColor& colour) {
   return mixed(colour, Qt::white, kTowardsWhite);
 }
 
+// One family: for a list of them the toolkit looks for stand-ins of each at once, not
+// just when a sign is missing.
 QFont skinFont() {
   constexpr int kPixelSize = 11;
-  QFont font;
-  font.setFamilies({"Verdana", "DejaVu Sans"});
+  QFont font(QFontDatabase::styles("Verdana").isEmpty() ? "DejaVu Sans" : "Verdana");
   font.setStyleHint(QFont::SansSerif);
   font.setPixelSize(kPixelSize);
   return font;

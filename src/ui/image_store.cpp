@@ -44,19 +44,13 @@ QPoint hotSpotOf(const std::vector<std::byte>& file) {
 ImageStore::ImageStore(std::string_view applicationFolder)
     : folder_(programPath(hostPath(applicationFolder))) {}
 
-void ImageStore::readAhead(const std::vector<std::string>& names, double pixelRatio,
-                           std::function<void()> before) {
-  const int suffix = bestSuffix(pixelRatio);
-  if (ahead_ != nullptr && suffix == aheadSuffix_) {
-    return;
-  }
+void ImageStore::readAhead(const std::vector<std::string>& names, double pixelRatio) {
   std::vector<std::string> paths;
   paths.reserve(names.size());
   for (const std::string& name : names) {
-    paths.push_back(folder_ + withSuffix(name, suffix));
+    paths.push_back(folder_ + withSuffix(name, bestSuffix(pixelRatio)));
   }
-  ahead_ = std::make_shared<PicturesAhead>(std::move(paths), std::move(before));
-  aheadSuffix_ = suffix;
+  ahead_ = std::make_shared<PicturesAhead>(std::move(paths));
 }
 
 QPixmap ImageStore::load(const std::string& name, double ratio) const {

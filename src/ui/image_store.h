@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -23,11 +22,9 @@ class ImageStore {
   explicit ImageStore(std::string_view applicationFolder);
 
   /// Begins to read drawings that will be wanted at once, those for this pixel ratio,
-  /// on another thread, after `before` ran there; nothing if drawings for this ratio are
-  /// read already. Needs no application object. What is wanted before its turn is read
-  /// without waiting. They are kept until the last copy of the store goes.
-  void readAhead(const std::vector<std::string>& names, double pixelRatio,
-                 std::function<void()> before = {});
+  /// on another thread. One that is wanted before its turn is read by who wants it. They
+  /// are kept until the last copy of the store goes.
+  void readAhead(const std::vector<std::string>& names, double pixelRatio);
 
   /// The drawing made for the pixel ratio: NAME.png, NAME@2x.png or NAME@3x.png,
   /// whichever is the smallest that is large enough, with its ratio set.
@@ -38,8 +35,7 @@ class ImageStore {
  private:
   [[nodiscard]] QPixmap load(const std::string& name, double ratio) const;
 
-  std::string folder_;   ///< as it is written on this system
-  int aheadSuffix_ = 0;  ///< of those that are read ahead
+  std::string folder_;  ///< as it is written on this system
   std::shared_ptr<const PicturesAhead> ahead_;
 };
 

@@ -8,12 +8,8 @@
 
 namespace pv {
 
-PicturesAhead::PicturesAhead(std::vector<std::string> programPaths, std::function<void()> before)
-    : thread_([this, paths = std::move(programPaths),
-               before = std::move(before)](const std::stop_token& stop) {
-        if (before) {
-          before();
-        }
+PicturesAhead::PicturesAhead(std::vector<std::string> programPaths)
+    : thread_([this, paths = std::move(programPaths)](const std::stop_token& stop) {
         for (const std::string& path : paths) {
           if (stop.stop_requested()) {
             return;

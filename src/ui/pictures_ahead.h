@@ -12,14 +12,13 @@
 
 namespace pv {
 
-/// Reads pictures on a thread of its own, in their order, after `before` ran there: two
-/// threads would be in the way of who starts them, where processors are few.
+/// Reads pictures on a thread of its own, in their order.
 ///
 /// Life cycle: the thread runs from the beginning; the destructor waits for the picture
 /// that it is at, and keeps the rest from being read.
 class PicturesAhead {
  public:
-  PicturesAhead(std::vector<std::string> programPaths, std::function<void()> before);
+  explicit PicturesAhead(std::vector<std::string> programPaths);
   ~PicturesAhead() = default;
   PicturesAhead(const PicturesAhead&) = delete;
   PicturesAhead& operator=(const PicturesAhead&) = delete;

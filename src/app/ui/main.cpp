@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <cstdlib>
+#include <future>
 
 #include <QApplication>
 #include <QIcon>
@@ -8,7 +9,6 @@
 
 #include "app/application_folder.h"
 #include "app/ui/arguments.h"
-#include "app/ui/first_drawings.h"
 #include "app/ui/main_dialog.h"
 #include "app/ui/title_bars.h"
 #include "app/ui/window_style.h"
@@ -25,7 +25,8 @@ extern "C" [[gnu::weak]] int FcInit();
 
 namespace {
 
-// The machine's settings for fonts, for which the first text would wait.
+// Reads the machine's settings for fonts while the toolkit connects to the display;
+// its first text would wait for them.
 void readFontSettings() {
 #ifdef __linux__
   if (FcInit != nullptr) {
@@ -75,12 +76,7 @@ int main(int argc, char** argv) {
     return EXIT_FAILURE;
   }
 
-  const auto module = pv::moduleName();
-  const std::string folder = arguments->root.empty() ? pv::applicationFolder(module)
-                                                     : pv::applicationFolderAt(arguments->root);
-  pv::MainDialogSetup setup{folder, pv::helpPath(module)};
-  // While the toolkit connects to the display; for the density that most displays have.
-  setup.images.readAhead(pv::firstDrawings(), 1, readFontSettings);
+  const auto fonts = std::async(std::launch::async, readFontSettings);
   const auto defaultHandler = qInstallMessageHandler(endWithoutDisplay);
   const QApplication app(argc, argv);
   qInstallMessageHandler(defaultHandler);
@@ -90,9 +86,12 @@ int main(int argc, char** argv) {
   pv::applyDarkStyle();
   pv::darkenTitleBars();
 
+  const auto module = pv::moduleName();
+  const std::string folder = arguments->root.empty() ? pv::applicationFolder(module)
+                                                     : pv::applicationFolderAt(arguments->root);
   pv::makeLibraryFolders(folder);
   pv::UserRegistry registry(pv::userConfigFolder());
-  pv::MainDialog dialog(setup, registry);
+  pv::MainDialog dialog({folder, pv::helpPath(module)}, registry);
   if (!arguments->file.empty()) {
     dialog.openFile(arguments->file);
   }

@@ -74,7 +74,7 @@ MainDialog::MainDialog(const MainDialogSetup& setup, UserRegistry& registry)
     : setup_(setup),
       registry_(registry),
       coreNames_(readCoreNames(registry)),
-      context_{skinFrom(readColourScheme(registry)), setup.images} {
+      context_{skinFrom(readColourScheme(registry)), ImageStore(setup.applicationFolder)} {
   context_.images.readAhead(firstDrawings(), devicePixelRatioF());
   setAcceptDrops(true);
   setMinimumSize(kLeastSize);

@@ -36,7 +36,6 @@ struct ShapeRecord;
 struct MainDialogSetup {
   std::string applicationFolder;  ///< program path, or a message that leads nowhere
   std::string helpPath;           ///< shown by F1
-  ImageStore images{applicationFolder};
 };
 
 /// The program's window: owns every page, the current shape (inside the 3D

@@ -13,6 +13,8 @@
 #include "ui/image_button.h"
 #include "ui/list_selector.h"
 #include "ui/page_strip.h"
+#include "ui/pictures_ahead.h"
+#include "ui/pixel_painter.h"
 #include "ui/popup_help.h"
 #include "ui/spin_combo.h"
 #include "util/program_path.h"
@@ -39,6 +41,44 @@ void wheel(QWidget& widget, int eighths) {
   QApplication::sendEvent(&widget, &event);
 }
 
+// The toolkit's soft edges are not quite symmetrical.
+bool isNear(const QColor& a, const QColor& b) {
+  constexpr int kLevels = 24;
+  return std::abs(a.red() - b.red()) <= kLevels && std::abs(a.green() - b.green()) <= kLevels &&
+         std::abs(a.blue() - b.blue()) <= kLevels;
+}
+
+// A box in device pixels, three from the corner.
+class BoxOnly : public QWidget {
+ public:
+  static constexpr QRgb kGround = 0xFF202020;
+  static constexpr QRgb kFace = 0xFFFF0000;
+  static constexpr QRgb kBorder = 0xFF0000FF;
+
+  BoxOnly(const Skin& skin, QSize size, Corners corners)
+      : skin_(skin), box_({3, 3}, size), corners_(corners) {
+    resize(60, 30);
+  }
+  [[nodiscard]] QRect box() const { return box_; }
+  [[nodiscard]] QImage picture() {
+    QImage image = grab().toImage();
+    image.setDevicePixelRatio(1);
+    return image.convertToFormat(QImage::Format_RGB32);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    PixelPainter painter(*this, skin_);
+    painter.fill(painter.bounds(), QColor(kGround));
+    painter.box(box_, QColor(kFace), QColor(kBorder), corners_);
+  }
+
+ private:
+  const Skin& skin_;
+  QRect box_;
+  Corners corners_;
+};
+
 }  // namespace
 
 /// The skinned controls with real mouse and key events.
@@ -64,7 +104,9 @@ class ControlsTest : public QObject {
   void helpComesAfterRestBesideThePointer();
   void assistiveToolsSeeEverything();
   void missingAndBrokenImagesAreHarmless();
+  void drawingsReadAheadAreThoseOfTheirFiles();
   void bordersAreWholeAtEveryPlace();
+  void boxesAreWholeInEverySize();
 
  private:
   CSpinCombo& value(int low, int high, int value);
@@ -382,6 +424,26 @@ void ControlsTest::missingAndBrokenImagesAreHarmless() {
   ImageButton(bare, "/broken.png", kHelp).grab();
 }
 
+void ControlsTest::drawingsReadAheadAreThoseOfTheirFiles() {
+  const std::string folder = programPath(PV_ART);
+  const std::vector<std::string> names{"/bin/program/snap.png", "/bin/program/none.png",
+                                       "/bin/program/tag.png"};
+  for (const double ratio : {1.0, 2.0, 3.0}) {
+    ImageStore images(folder);
+    images.readAhead(names, ratio);
+    for (const std::string& name : names) {
+      // Whether it was read yet or not.
+      QCOMPARE(images.pixmap(name, ratio).toImage(), context_.images.pixmap(name, ratio).toImage());
+    }
+  }
+  const std::string last = folder + names[2];
+  const PicturesAhead ahead({folder + names[0], folder + names[1], last});
+  QTRY_COMPARE(ahead.find(last).size(), QSize(24, 24));
+  QVERIFY(!ahead.find(folder + names[0]).isNull());
+  QVERIFY(ahead.find(folder + names[1]).isNull());
+  QVERIFY(ahead.find(folder + "/bin/program/view-grid.png").isNull());
+}
+
 // A rounded edge must never fall outside the clip, whatever the scale.
 void ControlsTest::bordersAreWholeAtEveryPlace() {
   std::vector<TextButton*> buttons;
@@ -405,6 +467,42 @@ void ControlsTest::bordersAreWholeAtEveryPlace() {
     QCOMPARE(shown.pixelColor(right, middle), border);
     QCOMPARE(shown.pixelColor((left + right) / 2, bottom), border);
     QCOMPARE(shown.pixelColor(right + 1, middle), background);
+  }
+}
+
+// Straight edges of full strength, an even face, the same all round, nothing outside.
+void ControlsTest::boxesAreWholeInEverySize() {
+  const double scale = window_->devicePixelRatioF();
+  const int line = std::max(1, static_cast<int>(scale));
+  const int round = static_cast<int>(std::ceil(Skin::kRadius * scale));
+  const int least = 2 * round;
+  for (const Corners corners : {Corners::None, Corners::All, Corners::Left, Corners::Right}) {
+    for (const QSize size : {QSize(least, least), QSize(least + 1, least + 2), QSize(40, least + 3)}) {
+      BoxOnly widget(context_.skin, size, corners);
+      const QImage shown = widget.picture();
+      const QRect box = widget.box();
+      for (int at = 0; at < shown.width() * shown.height(); ++at) {
+        const QPoint pixel(at % shown.width(), at / shown.width());
+        const QColor seen = shown.pixelColor(pixel);
+        const int across = std::min(pixel.x() - box.left(), box.right() - pixel.x());
+        const int along = std::min(pixel.y() - box.top(), box.bottom() - pixel.y());
+        if (std::min(across, along) < 0) {
+          QCOMPARE(seen, QColor(BoxOnly::kGround));
+          continue;
+        }
+        const QPoint mirrored(pixel.x(), box.top() + box.bottom() - pixel.y());
+        QVERIFY(isNear(shown.pixelColor(mirrored), seen));
+        const bool left = 2 * pixel.x() < box.left() + box.right();
+        const bool rounded =
+            corners == (left ? Corners::Left : Corners::Right) || corners == Corners::All;
+        if (across == 0 && along == 0) {
+          QCOMPARE(seen != QColor(BoxOnly::kBorder), rounded);
+        } else if (!rounded || across >= round || along >= round) {
+          const bool border = across < line || along < line;
+          QCOMPARE(seen, QColor(border ? BoxOnly::kBorder : BoxOnly::kFace));
+        }
+      }
+    }
   }
 }
 

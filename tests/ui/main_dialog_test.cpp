@@ -4,6 +4,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <set>
 #include <utility>
 
 #include <QAbstractButton>
@@ -24,6 +25,7 @@
 
 #include "app/application_folder.h"
 #include "app/page_strip_model.h"
+#include "app/ui/first_drawings.h"
 #include "app/ui/messages.h"
 #include "app/ui/quiet_page.h"
 #include "app/ui/window_place.h"
@@ -70,6 +72,7 @@ class MainDialogTest : public QObject {
   void init();
   void cleanup();
 
+  void drawingsToReadFirstAreThere();
   void controlsStandInTheirPlaces();
   void smallWindowsScroll();
   void stripCyclesThroughThePages();
@@ -212,6 +215,15 @@ void MainDialogTest::open(const std::string& place) {
   dialog_->activateWindow();
   QVERIFY(QTest::qWaitForWindowActive(dialog_.get()));
   QTRY_VERIFY(dialog_->findChild<CLibraryTab*>());  // pages that do not show come later
+}
+
+void MainDialogTest::drawingsToReadFirstAreThere() {
+  const std::vector<std::string> names = firstDrawings();
+  const ImageStore images(programPath(PV_ART));
+  for (const std::string& name : names) {
+    QVERIFY2(!images.pixmap(name, 1).isNull(), name.c_str());
+  }
+  QCOMPARE(std::set(names.begin(), names.end()).size(), names.size());
 }
 
 void MainDialogTest::controlsStandInTheirPlaces() {

@@ -1,5 +1,7 @@
 #include "app/ui/first_drawings.h"
 
+#include <algorithm>
+#include <iterator>
 #include <span>
 
 #include "app/page_strip_model.h"
@@ -23,6 +25,7 @@ void addFaces(std::vector<std::string>& names, std::span<const EmitterButton> bu
 
 }  // namespace
 
+// Several controls share some of them.
 std::vector<std::string> firstDrawings() {
   std::vector<std::string> names;
   names.emplace_back(kStripTabs[0].image);
@@ -40,7 +43,11 @@ std::vector<std::string> firstDrawings() {
   for (const Tab3dButton& button : kTab3dButtons) {
     names.emplace_back(button.image);
   }
-  return names;
+  std::vector<std::string> once;
+  std::ranges::copy_if(names, std::back_inserter(once), [&once](const std::string& name) {
+    return std::ranges::find(once, name) == once.end();
+  });
+  return once;
 }
 
 }  // namespace pv

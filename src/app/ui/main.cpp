@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <future>
+#include <initializer_list>
 
 #include <QApplication>
 #include <QIcon>

@@ -477,7 +477,8 @@ void ControlsTest::boxesAreWholeInEverySize() {
   const int round = static_cast<int>(std::ceil(Skin::kRadius * scale));
   const int least = 2 * round;
   for (const Corners corners : {Corners::None, Corners::All, Corners::Left, Corners::Right}) {
-    for (const QSize size : {QSize(least, least), QSize(least + 1, least + 2), QSize(40, least + 3)}) {
+    for (const QSize size :
+         {QSize(least, least), QSize(least + 1, least + 2), QSize(40, least + 3)}) {
       BoxOnly widget(context_.skin, size, corners);
       const QImage shown = widget.picture();
       const QRect box = widget.box();

@@ -2,12 +2,14 @@
 #
 # As a shared library it measures a timer whenever it is loaded, which takes as long as
 # half of the toolkit's own libraries. So there the choice among vector forms, all that
-# we use of it but headers, is our own. Linked statically only the choice comes along.
+# we use of it but headers, is our own; newer versions may ask for more functions than
+# these. Linked statically only the choice comes along.
 
 find_package(hwy REQUIRED)
 get_target_property(pv_hwy_type hwy::hwy TYPE)
 set(PV_OWN_VECTOR_TARGETS OFF)
 if(pv_hwy_type STREQUAL "SHARED_LIBRARY"
+   AND hwy_VERSION
    AND hwy_VERSION VERSION_LESS 1.1
    AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang"
    AND CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")

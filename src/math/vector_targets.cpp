@@ -47,6 +47,7 @@ void Abort(const char* file, int line, const char* format, ...) {  // NOLINT(cer
   va_start(arguments, format);
   std::vfprintf(stderr, format, arguments);
   va_end(arguments);
+  std::fputc('\n', stderr);
   std::abort();
 }
 

@@ -22,6 +22,10 @@ int bestSuffix(double pixelRatio) {
   return pixelRatio <= 1 ? 0 : pixelRatio <= 2 ? 1 : 2;
 }
 
+bool isFileName(std::string_view name) {
+  return name.rfind('.') != std::string_view::npos;
+}
+
 // "snap@2x.png" for "snap.png".
 std::string withSuffix(std::string_view name, int suffix) {
   const auto dot = name.rfind('.');
@@ -48,7 +52,9 @@ void ImageStore::readAhead(const std::vector<std::string>& names, double pixelRa
   std::vector<std::string> paths;
   paths.reserve(names.size());
   for (const std::string& name : names) {
-    paths.push_back(folder_ + withSuffix(name, bestSuffix(pixelRatio)));
+    if (isFileName(name)) {
+      paths.push_back(folder_ + withSuffix(name, bestSuffix(pixelRatio)));
+    }
   }
   ahead_ = std::make_shared<PicturesAhead>(std::move(paths));
 }
@@ -62,7 +68,7 @@ QPixmap ImageStore::load(const std::string& name, double ratio) const {
 }
 
 QPixmap ImageStore::pixmap(std::string_view name, double pixelRatio) const {
-  if (name.rfind('.') == std::string_view::npos) {
+  if (!isFileName(name)) {
     return {};
   }
   const int count = static_cast<int>(kSuffixes.size());

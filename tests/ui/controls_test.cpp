@@ -1,7 +1,12 @@
 #include "ui/controls.h"
 
+#include <cmath>
+#include <set>
+#include <utility>
+
 #include <QAccessible>
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QScreen>
 #include <QSignalSpy>
@@ -55,8 +60,12 @@ class BoxOnly : public QWidget {
   static constexpr QRgb kFace = 0xFFFF0000;
   static constexpr QRgb kBorder = 0xFF0000FF;
 
-  BoxOnly(const Skin& skin, QSize size, Corners corners)
-      : skin_(skin), box_({3, 3}, size), corners_(corners) {
+  BoxOnly(const Skin& skin, QSize size, Corners corners, QRgb face = kFace, QRgb border = kBorder)
+      : skin_(skin),
+        box_({3, 3}, size),
+        corners_(corners),
+        face_(QColor::fromRgba(face)),
+        border_(QColor::fromRgba(border)) {
     resize(60, 30);
   }
   [[nodiscard]] QRect box() const { return box_; }
@@ -70,13 +79,15 @@ class BoxOnly : public QWidget {
   void paintEvent(QPaintEvent* /*event*/) override {
     PixelPainter painter(*this, skin_);
     painter.fill(painter.bounds(), QColor(kGround));
-    painter.box(box_, QColor(kFace), QColor(kBorder), corners_);
+    painter.box(box_, face_, border_, corners_);
   }
 
  private:
   const Skin& skin_;
   QRect box_;
   Corners corners_;
+  QColor face_;
+  QColor border_;
 };
 
 }  // namespace
@@ -105,8 +116,10 @@ class ControlsTest : public QObject {
   void assistiveToolsSeeEverything();
   void missingAndBrokenImagesAreHarmless();
   void drawingsReadAheadAreThoseOfTheirFiles();
+  void drawingsReadAheadAreKept();
   void bordersAreWholeAtEveryPlace();
   void boxesAreWholeInEverySize();
+  void cornersHaveTheirOwnColours();
 
  private:
   CSpinCombo& value(int low, int high, int value);
@@ -426,7 +439,7 @@ void ControlsTest::missingAndBrokenImagesAreHarmless() {
 
 void ControlsTest::drawingsReadAheadAreThoseOfTheirFiles() {
   const std::string folder = programPath(PV_ART);
-  const std::vector<std::string> names{"/bin/program/snap.png", "/bin/program/none.png",
+  const std::vector<std::string> names{"/bin/program/snap.png", "/bin/program/none.png", "nothing",
                                        "/bin/program/tag.png"};
   for (const double ratio : {1.0, 2.0, 3.0}) {
     ImageStore images(folder);
@@ -436,12 +449,30 @@ void ControlsTest::drawingsReadAheadAreThoseOfTheirFiles() {
       QCOMPARE(images.pixmap(name, ratio).toImage(), context_.images.pixmap(name, ratio).toImage());
     }
   }
-  const std::string last = folder + names[2];
+  const std::string last = folder + names.back();
   const PicturesAhead ahead({folder + names[0], folder + names[1], last});
   QTRY_COMPARE(ahead.find(last).size(), QSize(24, 24));
   QVERIFY(!ahead.find(folder + names[0]).isNull());
   QVERIFY(ahead.find(folder + names[1]).isNull());
   QVERIFY(ahead.find(folder + "/bin/program/view-grid.png").isNull());
+}
+
+// Once they are read, their files are not needed any more.
+void ControlsTest::drawingsReadAheadAreKept() {
+  const QTemporaryDir folder;
+  QVERIFY(QDir(folder.path()).mkpath("bin/program"));
+  const QString file = folder.filePath("bin/program/snap@2x.png");
+  bool kept = false;
+  for (int wait = 20; !kept && wait < 3000; wait *= 2) {
+    QVERIFY(QFile::copy(PV_ART "/bin/program/snap@2x.png", file));
+    ImageStore images(programPath(folder.path().toStdString()));
+    images.readAhead({"/bin/program/snap.png"}, 2);
+    const ImageStore copy = images;
+    QTest::qSleep(wait);
+    QVERIFY(QFile::remove(file));
+    kept = copy.pixmap("/bin/program/snap.png", 2).width() == 48;
+  }
+  QVERIFY(kept);
 }
 
 // A rounded edge must never fall outside the clip, whatever the scale.
@@ -505,6 +536,20 @@ void ControlsTest::boxesAreWholeInEverySize() {
       }
     }
   }
+}
+
+void ControlsTest::cornersHaveTheirOwnColours() {
+  const int corner = 3 + static_cast<int>(std::ceil(Skin::kRadius * window_->devicePixelRatioF()));
+  std::set<std::pair<QRgb, QRgb>> seen;
+  for (const QRgb face : {0xFFFF0000U, 0x80FF0000U, 0xFFFF0001U}) {
+    for (const QRgb border : {0xFF0000FFU, 0x400000FFU}) {
+      BoxOnly widget(context_.skin, {30, 20}, Corners::All, face, border);
+      const QImage shown = widget.picture();
+      // The last of the corner on the border, and within it.
+      seen.insert({shown.pixel(corner - 1, 3), shown.pixel(corner - 1, corner - 1)});
+    }
+  }
+  QCOMPARE(seen.size(), std::size_t{6});
 }
 
 }  // namespace pv

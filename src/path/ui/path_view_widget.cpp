@@ -100,10 +100,11 @@ void PathViewWidget::paintEvent(QPaintEvent* /*event*/) {
   }
   // In device pixels, so that no row is doubled or lost at fractional scales.
   painter.setWorldTransform(toDevice_.inverted());
-  if (picture_.size() != area_.size()) {
+  const QImage picture = imageOver(presenter_.bits(), presenter_.width(), presenter_.height());
+  if (picture.size() != area_.size()) {
     painter.fillRect(area_, context_.skin.page);  // beyond what a frame can be
   }
-  painter.drawImage(area_.topLeft(), picture_);
+  painter.drawImage(area_.topLeft(), picture);
   painter.end();
   if (hasFocus() && ring_) {
     PixelPainter pixels(*this, context_.skin);
@@ -122,7 +123,6 @@ void PathViewWidget::measure(const QTransform& toDevice) {
 void PathViewWidget::drawFrame() {
   frameIsDue_ = false;
   presenter_.present(view_.drawFrame(), view_.width(), view_.height());
-  picture_ = imageOver(presenter_.bits(), presenter_.width(), presenter_.height());
 }
 
 void PathViewWidget::loadCursors() {

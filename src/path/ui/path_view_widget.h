@@ -4,7 +4,6 @@
 #include <optional>
 
 #include <QCursor>
-#include <QImage>
 #include <QRect>
 #include <QTransform>
 #include <QWidget>
@@ -75,7 +74,6 @@ class PathViewWidget : public QWidget {
   const UiContext& context_;
   PathView view_;
   FramePresenter presenter_;
-  QImage picture_;                    ///< the presenter's bitmap
   QTransform toDevice_;               ///< from the widget to what was painted on last
   QRect area_;                        ///< the widget there
   std::optional<PathMouse> pointer_;  ///< while it is over the view

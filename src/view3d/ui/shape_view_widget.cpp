@@ -60,7 +60,7 @@ void ShapeViewWidget::paintEvent(QPaintEvent* /*event*/) {
   if (frameIsDue_) {
     drawFrame();
   }
-  painter.drawImage(area, picture_);
+  painter.drawImage(area, imageOver(presenter_.bits(), presenter_.width(), presenter_.height()));
 }
 
 void ShapeViewWidget::measure(QSize deviceSize, qreal pixelRatio) {
@@ -81,7 +81,6 @@ void ShapeViewWidget::measure(QSize deviceSize, qreal pixelRatio) {
 void ShapeViewWidget::drawFrame() {
   frameIsDue_ = false;
   presenter_.present(view_.drawFrame(), frameSize_.width(), frameSize_.height());
-  picture_ = imageOver(presenter_.bits(), presenter_.width(), presenter_.height());
 }
 
 void ShapeViewWidget::mousePressEvent(QMouseEvent* event) {

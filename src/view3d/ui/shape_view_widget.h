@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QImage>
 #include <QPointF>
 #include <QSize>
 #include <QWidget>
@@ -54,7 +53,6 @@ class ShapeViewWidget : public QWidget {
   FramePresenter presenter_;
   QSize frameSize_;          ///< in the view's pixels
   qreal frameRatio_ = 0;     ///< of those to pixels of the window
-  QImage picture_;           ///< the presenter's bitmap
   qreal pixelsOf96Dpi_ = 1;  ///< the view's mouse pixels to one of the window's
   bool frameIsDue_ = true;
   bool pressed_ = false;
